@@ -1,0 +1,4 @@
+#pragma once
+
+// SessionPhase is declared with the other meta-enumerations of the namespace.
+#include "model/SettingsEnums.h"

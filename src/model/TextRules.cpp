@@ -1,0 +1,54 @@
+#include "model/TextRules.h"
+
+#include <QTextBoundaryFinder>
+
+namespace quill::text {
+
+namespace {
+// NFD, combining marks dropped, then case folded: the comparison key for task names.
+QString foldKey(const QString& s) {
+    const QString decomposed = s.normalized(QString::NormalizationForm_D);
+    QString stripped;
+    stripped.reserve(decomposed.size());
+    for (qsizetype i = 0; i < decomposed.size(); ++i) {
+        const QChar c = decomposed.at(i);
+        const auto cat = c.category();
+        if (cat == QChar::Mark_NonSpacing || cat == QChar::Mark_SpacingCombining ||
+            cat == QChar::Mark_Enclosing)
+            continue;
+        stripped.append(c);
+    }
+    return stripped.toCaseFolded();
+}
+} // namespace
+
+QString trimmed(const QString& s) { return s.trimmed(); }
+
+QString leftGraphemes(const QString& s, qsizetype count) {
+    if (s.size() <= count)
+        return s; // fewer code units than the limit means fewer graphemes too
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, s);
+    qsizetype seen = 0;
+    qsizetype pos = 0;
+    while (seen < count) {
+        const qsizetype next = finder.toNextBoundary();
+        if (next < 0)
+            return s;
+        pos = next;
+        ++seen;
+    }
+    return s.left(pos);
+}
+
+QString cleanedTaskName(const QString& s) { return leftGraphemes(trimmed(s), kTaskNameLimit); }
+
+bool equalIgnoringCaseAndDiacritics(const QString& a, const QString& b) {
+    return foldKey(a) == foldKey(b);
+}
+
+bool canonicallyEqual(const QString& a, const QString& b) {
+    return a == b || a.normalized(QString::NormalizationForm_C) ==
+                         b.normalized(QString::NormalizationForm_C);
+}
+
+} // namespace quill::text

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "storage/PersistedData.h"
+
+#include <QByteArray>
+#include <optional>
+
+namespace quill::DataFileCodec {
+
+/// Pretty-printed UTF-8 JSON with sorted keys; the same data always gives the same bytes.
+QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessions);
+/// Strict decoding: any missing required key, wrong type, unknown enumeration string or
+/// malformed date or UUID anywhere gives no value.
+std::optional<PersistedData> decode(const QByteArray& bytes);
+
+/// "2026-03-05T08:30:00Z": UTC, whole seconds.
+QByteArray formatDate(const QDateTime& date);
+/// Internet date-time with "Z" or a numeric offset; fractional seconds are refused.
+std::optional<QDateTime> parseDate(const QString& text);
+/// 36 characters, 8-4-4-4-12 hexadecimal groups, either case.
+std::optional<QUuid> parseUuid(const QString& text);
+
+} // namespace quill::DataFileCodec

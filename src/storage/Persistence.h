@@ -1,0 +1,27 @@
+#pragma once
+
+#include "storage/PersistedData.h"
+
+#include <QString>
+
+namespace quill::Persistence {
+
+struct LoadResult {
+    PersistedData data;
+    /// A file exists but could not be decoded; it must be kept before anything replaces it.
+    bool unreadableFileExists = false;
+};
+
+/// "focus-data.json" inside `directory`.
+QString dataFilePath(const QString& directory);
+/// Reads and decodes the file; any failure gives default settings and no sessions.
+LoadResult load(const QString& directory);
+/// Writes the whole file atomically, creating the directory; failures are logged, never thrown.
+bool save(const QString& directory, const AppSettings& settings,
+          const QList<StudySession>& sessions);
+/// Renames an unreadable data file to "focus-data.json.unreadable-<UTC time>" beside it.
+bool preserveUnreadable(const QString& directory, const QDateTime& now);
+/// Writes `bytes` to `path` atomically (temporary file, then replace).
+bool writeAtomically(const QString& path, const QByteArray& bytes, QString* error);
+
+} // namespace quill::Persistence

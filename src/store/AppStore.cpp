@@ -1,0 +1,415 @@
+#include "store/AppStore.h"
+
+#include "insights/Statistics.h"
+#include "storage/CsvExport.h"
+#include "storage/Persistence.h"
+
+#include <QTimeZone>
+#include <algorithm>
+#include <cmath>
+
+namespace quill {
+
+using namespace std::chrono_literals;
+
+namespace {
+constexpr auto kTickPeriod = 250ms;
+constexpr auto kSaveDebounce = 250ms;
+constexpr auto kToastDuration = 3000ms;
+
+qint64 roundUp(double seconds) { return static_cast<qint64>(std::ceil(seconds)); }
+
+// NaN and negative spans count as nothing left.
+double clampedLeft(double seconds) { return (std::isnan(seconds) || seconds < 0) ? 0.0 : seconds; }
+} // namespace
+
+AppStore::AppStore(Services services, QObject* parent)
+    : QObject(parent), m_services(std::move(services)) {
+    const Persistence::LoadResult loaded = Persistence::load(m_services.dataLocation->directory());
+    m_keepUnreadableFile = loaded.unreadableFileExists;
+    m_settings = loaded.data.settings;
+    QList<StudySession> sorted = loaded.data.sessions;
+    std::stable_sort(sorted.begin(), sorted.end(), [](const StudySession& a, const StudySession& b) {
+        return a.startedAt > b.startedAt;
+    });
+    m_sessions = sorted;
+    m_lastStepDay = now().toLocalTime().date();
+
+    // The ambient levels follow settings at once; the current value passes immediately.
+    updateAmbientLevels();
+    normalizeSettings();
+    m_timer = m_services.scheduler->every(kTickPeriod, [this] { tick(); });
+}
+
+AppStore::~AppStore() { *m_alive = false; }
+
+QDateTime AppStore::now() const { return m_services.clock->now(); }
+
+double AppStore::secondsUntil(const QDateTime& date) const {
+    return static_cast<double>(now().msecsTo(date)) / 1000.0;
+}
+
+// ---------------------------------------------------------------- published state
+
+void AppStore::setSelectedSection(AppSection section) {
+    m_selectedSection = section;
+    Q_EMIT selectedSectionChanged();
+}
+
+void AppStore::setSettings(const AppSettings& settings) {
+    m_settings = settings;
+    Q_EMIT settingsChanged();
+    updateAmbientLevels();
+    // Every assignment restarts the wait; only the last value of a burst is written.
+    m_saveDebounce = m_services.scheduler->after(kSaveDebounce, [this] { onSettingsSettled(); });
+}
+
+void AppStore::setSessions(const QList<StudySession>& sessions) {
+    m_sessions = sessions;
+    Q_EMIT sessionsChanged();
+    Q_EMIT statisticsChanged();
+}
+
+bool AppStore::isSessionActive() const {
+    return m_phase == SessionPhase::focusing || m_phase == SessionPhase::paused ||
+           m_phase == SessionPhase::microBreak;
+}
+
+void AppStore::setPhase(SessionPhase phase) {
+    m_phase = phase;
+    Q_EMIT phaseChanged();
+}
+
+void AppStore::setRemainingSeconds(qint64 v) {
+    m_remainingSeconds = v;
+    Q_EMIT remainingSecondsChanged();
+}
+
+void AppStore::setBreakRemainingSeconds(qint64 v) {
+    m_breakRemainingSeconds = v;
+    Q_EMIT breakRemainingSecondsChanged();
+}
+
+void AppStore::setFocusedElapsedSeconds(qint64 v) {
+    m_focusedElapsedSeconds = v;
+    Q_EMIT focusedElapsedSecondsChanged();
+}
+
+void AppStore::setCurrentEvents(const QList<FocusEvent>& events) {
+    m_currentEvents = events;
+    Q_EMIT currentEventsChanged();
+}
+
+void AppStore::setCurrentStartEnergy(qint64 energy) {
+    m_currentStartEnergy = energy;
+    Q_EMIT currentStartEnergyChanged();
+}
+
+void AppStore::setShowCompletionSheet(bool show) {
+    m_showCompletionSheet = show;
+    Q_EMIT showCompletionSheetChanged();
+}
+
+void AppStore::setShowSessionEndDialog(bool show) {
+    m_showSessionEndDialog = show;
+    Q_EMIT showSessionEndDialogChanged();
+}
+
+void AppStore::setMusicMessage(const std::optional<QString>& message) {
+    m_musicMessage = message;
+    Q_EMIT musicMessageChanged();
+}
+
+void AppStore::setToastMessage(const std::optional<QString>& message) {
+    m_toastMessage = message;
+    Q_EMIT toastMessageChanged();
+}
+
+void AppStore::setAmbientPlaying(bool playing) {
+    m_isAmbientPlaying = playing;
+    Q_EMIT isAmbientPlayingChanged();
+}
+
+// ---------------------------------------------------------------- persistence
+
+void AppStore::onSettingsSettled() {
+    const AppSettings repaired = normalizedSettings(m_settings);
+    if (repaired == m_settings)
+        saveNow();
+    else
+        setSettings(repaired); // itself a change: written once it settles
+}
+
+void AppStore::saveNow() {
+    const QString directory = m_services.dataLocation->directory();
+    // A file we could not read is the user's data too: set it aside before replacing it.
+    if (m_keepUnreadableFile) {
+        if (!Persistence::preserveUnreadable(directory, now()))
+            return;
+        m_keepUnreadableFile = false;
+    }
+    Persistence::save(directory, m_settings, m_sessions);
+}
+
+void AppStore::normalizeSettings() {
+    const AppSettings repaired = normalizedSettings(m_settings);
+    if (!(repaired == m_settings))
+        setSettings(repaired);
+}
+
+void AppStore::updateAmbientLevels() {
+    const AmbientLevels levels = m_settings.ambientLevels();
+    if (m_lastLevels && *m_lastLevels == levels)
+        return;
+    m_lastLevels = levels;
+    m_services.ambient->setLevels(levels);
+}
+
+// ---------------------------------------------------------------- the round
+
+void AppStore::tick() {
+    const QDate today = now().toLocalTime().date();
+    if (today != m_lastStepDay) {
+        m_lastStepDay = today;
+        Q_EMIT statisticsChanged();
+    }
+
+    switch (m_phase) {
+    case SessionPhase::microBreak: {
+        const double left = clampedLeft(m_microBreakEndDate ? secondsUntil(*m_microBreakEndDate) : 0);
+        setBreakRemainingSeconds(roundUp(left));
+        if (left <= 0)
+            resumeAfterMicroBreak();
+        break;
+    }
+    case SessionPhase::focusing: {
+        const double left =
+            clampedLeft(m_focusEndDate ? secondsUntil(*m_focusEndDate) : m_pausedRemaining);
+        setRemainingSeconds(roundUp(left));
+        setFocusedElapsedSeconds(std::max<qint64>(m_plannedSeconds - m_remainingSeconds, 0));
+        if (left <= 0)
+            finishSession(true);
+        else if (m_nextReminderDate && now() >= *m_nextReminderDate)
+            beginMicroBreak();
+        break;
+    }
+    case SessionPhase::idle:
+    case SessionPhase::paused:
+    case SessionPhase::completed:
+        break;
+    }
+    Q_EMIT stepped();
+}
+
+void AppStore::startSession(std::optional<qint64> minutesArgument) {
+    if (isSessionActive())
+        return;
+    normalizeSettings();
+
+    const qint64 minutes = minutesArgument.value_or(m_settings.selectedDurationMinutes);
+    AppSettings updated = m_settings;
+    updated.selectedDurationMinutes = minutes;
+    setSettings(updated);
+
+    const QDateTime start = now();
+    SessionDraft draft;
+    draft.startedAt = start;
+    draft.plannedMinutes = minutes;
+    draft.taskName = selectedTaskName();
+    draft.startEnergy = m_currentStartEnergy;
+    draft.endEnergy = 3;
+    draft.focusRating = 4;
+    m_draft = draft;
+
+    setCurrentEvents({});
+    m_plannedSeconds = minutes * 60;
+    setRemainingSeconds(m_plannedSeconds);
+    setFocusedElapsedSeconds(0);
+    m_pausedRemaining = static_cast<double>(m_plannedSeconds);
+    m_focusEndDate = start.addSecs(m_plannedSeconds);
+    m_microBreakEndDate.reset();
+    m_pendingCompleted = false;
+    setPhase(SessionPhase::focusing);
+    scheduleNextReminder();
+
+    if (m_settings.effectiveAmbientFollowsFocus())
+        playAmbient();
+    toast(QStringLiteral("开始这一轮。先只做好眼前的一小段。"));
+}
+
+void AppStore::scheduleNextReminder() {
+    const qint64 lower = std::max<qint64>(m_settings.reminderMinimumMinutes * 60, 1);
+    const qint64 upper = std::max<qint64>(m_settings.reminderMaximumMinutes * 60, lower);
+    const qint64 delay = m_services.random->between(lower, upper);
+    if (delay < static_cast<qint64>(m_pausedRemaining))
+        m_nextReminderDate = now().addSecs(delay);
+    else
+        m_nextReminderDate.reset();
+}
+
+void AppStore::beginMicroBreak() {
+    m_pausedRemaining = clampedLeft(m_focusEndDate ? secondsUntil(*m_focusEndDate)
+                                                   : static_cast<double>(m_remainingSeconds));
+    m_focusEndDate.reset();
+    m_nextReminderDate.reset();
+    const qint64 breakSeconds = m_settings.microBreakSeconds;
+    setBreakRemainingSeconds(breakSeconds);
+    m_microBreakEndDate = now().addSecs(breakSeconds);
+    appendEvent(FocusEventKind::reminder);
+    setPhase(SessionPhase::microBreak);
+    playSound(m_settings.reminderSound);
+}
+
+void AppStore::resumeAfterMicroBreak() {
+    m_microBreakEndDate.reset();
+    setBreakRemainingSeconds(0);
+    m_focusEndDate = now().addMSecs(static_cast<qint64>(std::llround(m_pausedRemaining * 1000)));
+    setPhase(SessionPhase::focusing);
+    scheduleNextReminder();
+}
+
+void AppStore::skipMicroBreak() {
+    if (m_phase == SessionPhase::microBreak)
+        resumeAfterMicroBreak();
+}
+
+void AppStore::togglePause() {
+    if (m_phase == SessionPhase::paused) {
+        m_focusEndDate =
+            now().addMSecs(static_cast<qint64>(std::llround(m_pausedRemaining * 1000)));
+        appendEvent(FocusEventKind::resume);
+        setPhase(SessionPhase::focusing);
+        scheduleNextReminder();
+        if (m_settings.effectiveAmbientFollowsFocus())
+            playAmbient();
+    } else if (m_phase == SessionPhase::focusing) {
+        m_pausedRemaining = clampedLeft(m_focusEndDate ? secondsUntil(*m_focusEndDate)
+                                                       : static_cast<double>(m_remainingSeconds));
+        m_focusEndDate.reset();
+        m_nextReminderDate.reset();
+        appendEvent(FocusEventKind::pause);
+        setPhase(SessionPhase::paused);
+        if (m_settings.effectiveAmbientFollowsFocus())
+            stopAmbient();
+    }
+}
+
+void AppStore::appendEvent(FocusEventKind kind) {
+    FocusEvent event{QUuid::createUuid(), now(), m_focusedElapsedSeconds, kind};
+    QList<FocusEvent> events = m_currentEvents;
+    events.append(event);
+    setCurrentEvents(events);
+    if (m_draft)
+        m_draft->events = m_currentEvents;
+}
+
+void AppStore::recordMindWander() {
+    if (m_phase != SessionPhase::focusing && m_phase != SessionPhase::paused)
+        return;
+    appendEvent(FocusEventKind::mindWander);
+    toast(QStringLiteral("记下了。发现走神，本身就是注意力回来了。"));
+}
+
+void AppStore::recordFatigue() {
+    if (m_phase != SessionPhase::focusing && m_phase != SessionPhase::paused)
+        return;
+    appendEvent(FocusEventKind::fatigue);
+    toast(QStringLiteral("已记录疲劳信号。必要时提前结束比硬撑更有价值。"));
+}
+
+QString AppStore::nextReminderDescription() const {
+    if (m_phase != SessionPhase::focusing || !m_nextReminderDate)
+        return QStringLiteral("—");
+    const qint64 s = std::max<qint64>(now().msecsTo(*m_nextReminderDate) / 1000, 0);
+    return QString::asprintf("%02lld:%02lld", static_cast<long long>(s / 60),
+                             static_cast<long long>(s % 60));
+}
+
+// ---------------------------------------------------------------- ending a round
+
+void AppStore::finishSession(bool completed) {
+    if (m_phase == SessionPhase::focusing) {
+        const double left = clampedLeft(m_focusEndDate ? secondsUntil(*m_focusEndDate) : 0);
+        setRemainingSeconds(roundUp(left));
+        setFocusedElapsedSeconds(std::max<qint64>(m_plannedSeconds - m_remainingSeconds, 0));
+    }
+    m_pendingCompleted = completed;
+    m_focusEndDate.reset();
+    m_nextReminderDate.reset();
+    m_microBreakEndDate.reset();
+    setPhase(SessionPhase::completed);
+    setShowSessionEndDialog(false);
+    playSound(m_settings.completionSound);
+    setShowCompletionSheet(true);
+    if (m_settings.effectiveAmbientFollowsFocus() || m_settings.autoPlayMusic)
+        stopAmbient();
+    if (m_settings.autoPlayMusic)
+        testMusic();
+}
+
+void AppStore::endSessionForReview() {
+    setShowSessionEndDialog(false);
+    if (isSessionActive())
+        finishSession(false);
+}
+
+void AppStore::continueSession() { setShowSessionEndDialog(false); }
+
+void AppStore::saveCompletion(qint64 focusRating, qint64 endEnergy, const QString& note) {
+    if (!m_draft)
+        return;
+    m_draft->focusRating = focusRating;
+    m_draft->endEnergy = endEnergy;
+    m_draft->note = note;
+
+    StudySession session;
+    session.id = QUuid::createUuid();
+    session.startedAt = m_draft->startedAt;
+    session.endedAt = now();
+    session.taskName = m_draft->taskName;
+    session.plannedMinutes = m_draft->plannedMinutes;
+    session.focusedSeconds = m_focusedElapsedSeconds;
+    session.reminderMinimumMinutes = m_settings.reminderMinimumMinutes;
+    session.reminderMaximumMinutes = m_settings.reminderMaximumMinutes;
+    session.microBreakSeconds = m_settings.microBreakSeconds;
+    session.events = m_currentEvents;
+    session.startEnergy = m_draft->startEnergy;
+    session.endEnergy = endEnergy;
+    session.focusRating = focusRating;
+    session.completed = m_pendingCompleted;
+    session.note = note;
+
+    QList<StudySession> sessions = m_sessions;
+    sessions.prepend(session);
+    setSessions(sessions);
+    m_draft.reset();
+    setPhase(SessionPhase::idle);
+    setShowCompletionSheet(false);
+    saveNow();
+    toast(QStringLiteral("这一轮已存入你的专注档案。"));
+}
+
+void AppStore::abandonSession() {
+    if (!isSessionActive() && m_phase != SessionPhase::completed && !m_draft)
+        return;
+    m_focusEndDate.reset();
+    m_microBreakEndDate.reset();
+    m_nextReminderDate.reset();
+    m_pausedRemaining = 0;
+    m_plannedSeconds = 0;
+    setRemainingSeconds(0);
+    setBreakRemainingSeconds(0);
+    setFocusedElapsedSeconds(0);
+    setCurrentEvents({});
+    m_draft.reset();
+    m_pendingCompleted = false;
+    setPhase(SessionPhase::idle);
+    setShowSessionEndDialog(false);
+    setShowCompletionSheet(false);
+    setMusicMessage(std::nullopt);
+    if (m_settings.effectiveAmbientFollowsFocus())
+        stopAmbient();
+    toast(QStringLiteral("这轮已放弃，不会计入任何专注数据。"));
+}
+
+} // namespace quill

@@ -1,0 +1,231 @@
+#pragma once
+
+#include "model/AppSettings.h"
+#include "model/SessionDraft.h"
+#include "model/SessionPhase.h"
+#include "model/StudySession.h"
+#include "store/Services.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace quill {
+
+/// The one object that owns the application's state and runs a focus round.
+/// Every published property notifies on every assignment, also when the value is unchanged.
+class AppStore : public QObject {
+    Q_OBJECT
+    /// Sidebar section shown; written by the screens.
+    Q_PROPERTY(quill::AppSection selectedSection READ selectedSection WRITE setSelectedSection NOTIFY selectedSectionChanged)
+    /// Phase of the current round.
+    Q_PROPERTY(quill::SessionPhase phase READ phase NOTIFY phaseChanged)
+    /// True while focusing, paused or in a micro-break.
+    Q_PROPERTY(bool isSessionActive READ isSessionActive NOTIFY phaseChanged)
+    /// Net focus seconds still left, rounded up.
+    Q_PROPERTY(qint64 remainingSeconds READ remainingSeconds NOTIFY remainingSecondsChanged)
+    /// Seconds left in the running micro-break, rounded up.
+    Q_PROPERTY(qint64 breakRemainingSeconds READ breakRemainingSeconds NOTIFY breakRemainingSecondsChanged)
+    /// Net focus seconds done in the current round.
+    Q_PROPERTY(qint64 focusedElapsedSeconds READ focusedElapsedSeconds NOTIFY focusedElapsedSecondsChanged)
+    /// Planned seconds of the current round (0 when none).
+    Q_PROPERTY(qint64 plannedSeconds READ plannedSeconds NOTIFY phaseChanged)
+    /// Number of events logged in the current round.
+    Q_PROPERTY(int currentEventCount READ currentEventCount NOTIFY currentEventsChanged)
+    /// Energy before starting, edited by the focus screen.
+    Q_PROPERTY(qint64 currentStartEnergy READ currentStartEnergy WRITE setCurrentStartEnergy NOTIFY currentStartEnergyChanged)
+    /// The review sheet is shown.
+    Q_PROPERTY(bool showCompletionSheet READ showCompletionSheet NOTIFY showCompletionSheetChanged)
+    /// The dialog asking how to end the round is shown; the screens open it.
+    Q_PROPERTY(bool showSessionEndDialog READ showSessionEndDialog WRITE setShowSessionEndDialog NOTIFY showSessionEndDialogChanged)
+    /// Status line of the end-of-round music; empty when none.
+    Q_PROPERTY(QString musicMessage READ musicMessageText NOTIFY musicMessageChanged)
+    /// The one-line transient message; empty when none.
+    Q_PROPERTY(QString toastMessage READ toastMessageText NOTIFY toastMessageChanged)
+    /// The ambient sound is playing.
+    Q_PROPERTY(bool isAmbientPlaying READ isAmbientPlaying NOTIFY isAmbientPlayingChanged)
+    /// Time to the next reminder as "mm:ss", or "—".
+    Q_PROPERTY(QString nextReminderDescription READ nextReminderDescription NOTIFY stepped)
+    /// Number of stored sessions.
+    Q_PROPERTY(int sessionCount READ sessionCount NOTIFY sessionsChanged)
+    /// Today's summed session minutes.
+    Q_PROPERTY(qint64 todayMinutes READ todayMinutes NOTIFY statisticsChanged)
+    /// Number of today's sessions.
+    Q_PROPERTY(int todaySessionCount READ todaySessionCount NOTIFY statisticsChanged)
+    /// Today's mind-wander events.
+    Q_PROPERTY(qint64 todayWanderCount READ todayWanderCount NOTIFY statisticsChanged)
+    /// Consecutive days with a session, ending today or yesterday.
+    Q_PROPERTY(qint64 streakDays READ streakDays NOTIFY statisticsChanged)
+    /// Stable-focus estimate in minutes.
+    Q_PROPERTY(qint64 attentionCapacityMinutes READ attentionCapacityMinutes NOTIFY statisticsChanged)
+    /// Suggested length of the next round in minutes.
+    Q_PROPERTY(qint64 recommendedMinutes READ recommendedMinutes NOTIFY statisticsChanged)
+
+public:
+    explicit AppStore(Services services, QObject* parent = nullptr);
+    ~AppStore() override;
+
+    // --- state ---
+    AppSection selectedSection() const { return m_selectedSection; }
+    void setSelectedSection(AppSection section);
+    const AppSettings& settings() const { return m_settings; }
+    /// The one assignment path for settings: notifies, feeds the ambient levels, debounces the write.
+    void setSettings(const AppSettings& settings);
+    const QList<StudySession>& sessions() const { return m_sessions; }
+    SessionPhase phase() const { return m_phase; }
+    bool isSessionActive() const;
+    qint64 remainingSeconds() const { return m_remainingSeconds; }
+    qint64 breakRemainingSeconds() const { return m_breakRemainingSeconds; }
+    qint64 focusedElapsedSeconds() const { return m_focusedElapsedSeconds; }
+    qint64 plannedSeconds() const { return m_plannedSeconds; }
+    const QList<FocusEvent>& currentEvents() const { return m_currentEvents; }
+    int currentEventCount() const { return int(m_currentEvents.size()); }
+    qint64 currentStartEnergy() const { return m_currentStartEnergy; }
+    void setCurrentStartEnergy(qint64 energy);
+    bool showCompletionSheet() const { return m_showCompletionSheet; }
+    bool showSessionEndDialog() const { return m_showSessionEndDialog; }
+    void setShowSessionEndDialog(bool show);
+    const std::optional<QString>& musicMessage() const { return m_musicMessage; }
+    QString musicMessageText() const { return m_musicMessage.value_or(QString()); }
+    const std::optional<QString>& toastMessage() const { return m_toastMessage; }
+    QString toastMessageText() const { return m_toastMessage.value_or(QString()); }
+    bool isAmbientPlaying() const { return m_isAmbientPlaying; }
+    QString nextReminderDescription() const;
+    int sessionCount() const { return int(m_sessions.size()); }
+    const std::optional<SessionDraft>& draft() const { return m_draft; }
+    /// The current time, from the injected clock.
+    QDateTime now() const;
+
+    // --- round ---
+    void startSession(std::optional<qint64> minutes);
+    Q_INVOKABLE void startSession() { startSession(std::nullopt); }
+    Q_INVOKABLE void togglePause();
+    Q_INVOKABLE void recordMindWander();
+    Q_INVOKABLE void recordFatigue();
+    Q_INVOKABLE void skipMicroBreak();
+    Q_INVOKABLE void endSessionForReview();
+    /// The end dialog's continue choice: the round runs on.
+    Q_INVOKABLE void continueSession();
+    Q_INVOKABLE void abandonSession();
+    Q_INVOKABLE void saveCompletion(qint64 focusRating, qint64 endEnergy, const QString& note);
+
+    // --- commands ---
+    std::optional<QString> selectedTaskName() const;
+    void selectTask(const std::optional<QString>& name);
+    Q_INVOKABLE void selectTaskNamed(const QString& name) { selectTask(name); }
+    Q_INVOKABLE void clearTaskSelection() { selectTask(std::nullopt); }
+    Q_INVOKABLE bool addTask(const QString& name);
+    Q_INVOKABLE void removeTask(const QString& name);
+    Q_INVOKABLE void toggleAppearance();
+    Q_INVOKABLE void clearHistory();
+    void removeSession(const StudySession& session);
+    Q_INVOKABLE void removeSessionWithId(const QString& id);
+    Q_INVOKABLE void exportSessions();
+    Q_INVOKABLE void toast(const QString& message);
+    Q_INVOKABLE void playSound(const QString& name);
+
+    // --- ambient and music ---
+    void toggleAmbientSound(AmbientSound sound);
+    void setAmbientVolume(double volume, AmbientSound sound);
+    bool isAmbientSelected(AmbientSound sound) const;
+    Q_INVOKABLE void toggleAmbientPlayback();
+    Q_INVOKABLE void toggleAmbientSoundNamed(const QString& raw);
+    Q_INVOKABLE void setAmbientVolumeNamed(double volume, const QString& raw);
+    Q_INVOKABLE bool isAmbientSelectedNamed(const QString& raw) const;
+    Q_INVOKABLE void testMusic();
+
+    // --- statistics, recomputed on every read ---
+    QList<StudySession> todaySessions() const;
+    int todaySessionCount() const { return int(todaySessions().size()); }
+    qint64 todayMinutes() const;
+    qint64 todayWanderCount() const;
+    qint64 streakDays() const;
+    qint64 attentionCapacityMinutes() const;
+    qint64 recommendedMinutes() const;
+    Q_INVOKABLE qint64 taskSessionCount(const QString& name) const;
+
+Q_SIGNALS:
+    void selectedSectionChanged();
+    void settingsChanged();
+    void sessionsChanged();
+    void phaseChanged();
+    void remainingSecondsChanged();
+    void breakRemainingSecondsChanged();
+    void focusedElapsedSecondsChanged();
+    void currentEventsChanged();
+    void currentStartEnergyChanged();
+    void showCompletionSheetChanged();
+    void showSessionEndDialogChanged();
+    void musicMessageChanged();
+    void toastMessageChanged();
+    void isAmbientPlayingChanged();
+    /// After every timer step; time-derived texts refresh on it.
+    void stepped();
+    /// The sessions changed or the calendar day turned.
+    void statisticsChanged();
+
+private:
+    void tick();
+    void scheduleNextReminder();
+    void beginMicroBreak();
+    void resumeAfterMicroBreak();
+    void appendEvent(FocusEventKind kind);
+    void normalizeSettings();
+    void finishSession(bool completed);
+    void playAmbient();
+    void stopAmbient();
+    void onSettingsSettled();
+    void saveNow();
+    void updateAmbientLevels();
+    double secondsUntil(const QDateTime& date) const;
+
+    void setPhase(SessionPhase phase);
+    void setRemainingSeconds(qint64 v);
+    void setBreakRemainingSeconds(qint64 v);
+    void setFocusedElapsedSeconds(qint64 v);
+    void setCurrentEvents(const QList<FocusEvent>& events);
+    void setShowCompletionSheet(bool show);
+    void setMusicMessage(const std::optional<QString>& message);
+    void setToastMessage(const std::optional<QString>& message);
+    void setAmbientPlaying(bool playing);
+    void setSessions(const QList<StudySession>& sessions);
+
+    Services m_services;
+
+    AppSection m_selectedSection = AppSection::focus;
+    AppSettings m_settings;
+    QList<StudySession> m_sessions;
+    SessionPhase m_phase = SessionPhase::idle;
+    qint64 m_remainingSeconds = 0;
+    qint64 m_breakRemainingSeconds = 0;
+    qint64 m_focusedElapsedSeconds = 0;
+    QList<FocusEvent> m_currentEvents;
+    qint64 m_currentStartEnergy = 4;
+    bool m_showCompletionSheet = false;
+    bool m_showSessionEndDialog = false;
+    std::optional<QString> m_musicMessage;
+    std::optional<QString> m_toastMessage;
+    bool m_isAmbientPlaying = false;
+
+    std::optional<QDateTime> m_focusEndDate;
+    std::optional<QDateTime> m_microBreakEndDate;
+    std::optional<QDateTime> m_nextReminderDate;
+    double m_pausedRemaining = 0;
+    qint64 m_plannedSeconds = 0;
+    std::optional<SessionDraft> m_draft;
+    bool m_pendingCompleted = false;
+    bool m_keepUnreadableFile = false;
+
+    std::optional<AmbientLevels> m_lastLevels;
+    QDate m_lastStepDay;
+    std::unique_ptr<Scheduler::Handle> m_timer;
+    std::unique_ptr<Scheduler::Handle> m_saveDebounce;
+    std::vector<std::unique_ptr<Scheduler::Handle>> m_toastChecks;
+    /// Lets music completions notice that the store is gone.
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+};
+
+} // namespace quill

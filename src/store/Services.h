@@ -1,0 +1,28 @@
+#pragma once
+
+#include "store/AmbientOutput.h"
+#include "store/Clock.h"
+#include "store/DataLocation.h"
+#include "store/FileChooser.h"
+#include "store/MusicPlayer.h"
+#include "store/RandomSource.h"
+#include "store/Scheduler.h"
+#include "store/SoundPlayer.h"
+
+#include <memory>
+
+namespace quill {
+
+/// Everything the store asks of the outside world, handed over at construction.
+struct Services {
+    std::shared_ptr<Clock> clock;
+    std::shared_ptr<Scheduler> scheduler;
+    std::shared_ptr<RandomSource> random;
+    std::shared_ptr<DataLocation> dataLocation;
+    std::shared_ptr<FileChooser> fileChooser;
+    std::shared_ptr<SoundPlayer> sounds;
+    std::shared_ptr<AmbientOutput> ambient;
+    std::shared_ptr<MusicPlayer> music;
+};
+
+} // namespace quill

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "store/Services.h"
+#include "support/VirtualScheduler.h"
+
+#include <QStringList>
+#include <QTemporaryDir>
+#include <deque>
+#include <vector>
+
+namespace quill::test {
+
+/// Returns scripted values first, then the lowest value of each range (or a seeded draw).
+class ScriptedRandom final : public RandomSource {
+public:
+    qint64 between(qint64 lowest, qint64 highest) override;
+    std::deque<qint64> script; ///< values returned as they are, in order
+    std::vector<std::pair<qint64, qint64>> ranges; ///< every range asked for
+    bool useHighest = false;
+};
+
+class TempDataLocation final : public DataLocation {
+public:
+    TempDataLocation();
+    QString directory() const override { return m_overridden ? m_override : m_dir.path() + QStringLiteral("/Quillmere"); }
+    QString filePath() const { return directory() + QStringLiteral("/focus-data.json"); }
+    void setDirectory(const QString& d) { m_override = d; m_overridden = true; }
+
+private:
+    QTemporaryDir m_dir;
+    QString m_override;
+    bool m_overridden = false;
+};
+
+class FakeFileChooser final : public FileChooser {
+public:
+    std::optional<QString> chooseSaveLocation(const QString& suggestedName, const QString& filter) override {
+        suggestedNames << suggestedName;
+        filters << filter;
+        return answer;
+    }
+    std::optional<QString> answer;
+    QStringList suggestedNames, filters;
+};
+
+class RecordingSoundPlayer final : public SoundPlayer {
+public:
+    void play(const QString& name) override { played << name; }
+    QStringList played;
+};
+
+class RecordingAmbientOutput final : public AmbientOutput {
+public:
+    void setLevels(const AmbientLevels& levels) override { levelUpdates.push_back(levels); }
+    bool play() override { ++playCalls; return playResult; }
+    void stop() override { ++stopCalls; }
+    std::vector<AmbientLevels> levelUpdates;
+    int playCalls = 0, stopCalls = 0;
+    bool playResult = true;
+};
+
+class RecordingMusicPlayer final : public MusicPlayer {
+public:
+    struct Request {
+        MusicService service;
+        MusicSource source;
+        QString playlistName;
+        Completion completion;
+    };
+    void playRandom(MusicService service, MusicSource source, const QString& playlistName,
+                    Completion completion) override {
+        requests.push_back({service, source, playlistName, std::move(completion)});
+    }
+    std::vector<Request> requests;
+};
+
+/// A complete set of fakes plus the Services bundle that shares them.
+struct FakeServices {
+    FakeServices();
+    std::shared_ptr<ManualClock> clock;
+    std::shared_ptr<VirtualScheduler> scheduler;
+    std::shared_ptr<ScriptedRandom> random;
+    std::shared_ptr<TempDataLocation> data;
+    std::shared_ptr<FakeFileChooser> files;
+    std::shared_ptr<RecordingSoundPlayer> sounds;
+    std::shared_ptr<RecordingAmbientOutput> ambient;
+    std::shared_ptr<RecordingMusicPlayer> music;
+    Services services() const;
+};
+
+} // namespace quill::test

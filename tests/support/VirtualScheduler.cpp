@@ -1,0 +1,82 @@
+#include "support/VirtualScheduler.h"
+
+namespace quill::test {
+
+struct VirtualScheduler::Entry {
+    Callback fn;
+    qint64 periodMs = 0; // 0 for a one-shot call
+    bool cancelled = false;
+    bool fired = false;
+};
+
+class VirtualScheduler::EntryHandle final : public Scheduler::Handle {
+public:
+    explicit EntryHandle(std::shared_ptr<Entry> e) : m_entry(std::move(e)) {}
+    ~EntryHandle() override { m_entry->cancelled = true; }
+    bool isActive() const override { return !m_entry->cancelled && !m_entry->fired; }
+
+private:
+    std::shared_ptr<Entry> m_entry;
+};
+
+VirtualScheduler::VirtualScheduler(std::shared_ptr<ManualClock> clock) : m_clock(std::move(clock)) {}
+VirtualScheduler::~VirtualScheduler() = default;
+
+void VirtualScheduler::schedule(const std::shared_ptr<Entry>& entry, const QDateTime& at) {
+    m_queue.emplace(at, entry);
+}
+
+std::unique_ptr<Scheduler::Handle> VirtualScheduler::every(std::chrono::milliseconds period,
+                                                           Callback fn) {
+    auto e = std::make_shared<Entry>();
+    e->fn = std::move(fn);
+    e->periodMs = period.count();
+    schedule(e, m_clock->now().addMSecs(e->periodMs));
+    return std::make_unique<EntryHandle>(e);
+}
+
+std::unique_ptr<Scheduler::Handle> VirtualScheduler::after(std::chrono::milliseconds delay,
+                                                           Callback fn) {
+    auto e = std::make_shared<Entry>();
+    e->fn = std::move(fn);
+    schedule(e, m_clock->now().addMSecs(delay.count()));
+    return std::make_unique<EntryHandle>(e);
+}
+
+void VirtualScheduler::advance(qint64 ms) {
+    const QDateTime end = m_clock->now().addMSecs(ms);
+    while (!m_queue.empty() && m_queue.begin()->first <= end) {
+        auto it = m_queue.begin();
+        const QDateTime at = it->first;
+        auto entry = it->second;
+        m_queue.erase(it);
+        if (entry->cancelled)
+            continue;
+        if (at > m_clock->now())
+            m_clock->set(at);
+        if (entry->periodMs > 0) {
+            // After a clock jump a real timer does not replay the missed firings.
+            QDateTime next = at.addMSecs(entry->periodMs);
+            if (next <= m_clock->now())
+                next = m_clock->now().addMSecs(entry->periodMs);
+            schedule(entry, next);
+        }
+        else
+            entry->fired = true;
+        entry->fn();
+    }
+    if (end > m_clock->now())
+        m_clock->set(end);
+}
+
+void VirtualScheduler::runDue() { advance(0); }
+
+int VirtualScheduler::pendingDelayedCalls() const {
+    int n = 0;
+    for (const auto& [at, e] : m_queue)
+        if (!e->cancelled && e->periodMs == 0)
+            ++n;
+    return n;
+}
+
+} // namespace quill::test
