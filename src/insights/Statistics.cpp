@@ -9,7 +9,9 @@ namespace quill::Statistics {
 namespace {
 constexpr qsizetype kCapacitySample = 12;
 
-QDate localDay(const QDateTime& t) { return t.toLocalTime().date(); }
+QDate localDay(const QDateTime& t) {
+    return t.toLocalTime().date();
+}
 
 // Per-session estimate of how long focus held, in minutes.
 qint64 capacityEstimate(const StudySession& s) {
@@ -114,7 +116,8 @@ QList<TaskSummary> taskSummaries(const QList<StudySession>& sessions) {
         ratingSums[*it] += s.focusRating;
     }
     for (qsizetype i = 0; i < rows.size(); ++i)
-        rows[i].averageFocus = rows[i].sessions > 0 ? double(ratingSums[i]) / double(rows[i].sessions) : 0;
+        rows[i].averageFocus =
+            rows[i].sessions > 0 ? double(ratingSums[i]) / double(rows[i].sessions) : 0;
 
     QCollator collator;
     collator.setNumericMode(true);

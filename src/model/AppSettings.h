@@ -37,8 +37,12 @@ struct AppSettings {
     bool operator==(const AppSettings&) const = default;
 
     // Effective values: an absent field reads as its documented value.
-    MusicService effectiveMusicService() const { return musicService.value_or(MusicService::appleMusic); }
-    AppearanceMode effectiveAppearance() const { return appearanceMode.value_or(AppearanceMode::dark); }
+    MusicService effectiveMusicService() const {
+        return musicService.value_or(MusicService::appleMusic);
+    }
+    AppearanceMode effectiveAppearance() const {
+        return appearanceMode.value_or(AppearanceMode::dark);
+    }
     bool effectiveFloatingTimerOnMinimize() const { return floatingTimerOnMinimize.value_or(true); }
     bool effectiveFloatingSignalButtons() const { return floatingSignalButtons.value_or(false); }
     QList<QString> effectiveTaskNames() const { return taskNames.value_or(QList<QString>{}); }

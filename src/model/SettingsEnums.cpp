@@ -4,10 +4,14 @@ namespace quill {
 
 QString rawValue(AppSection section) {
     switch (section) {
-    case AppSection::focus: return QStringLiteral("专注");
-    case AppSection::insights: return QStringLiteral("洞察");
-    case AppSection::history: return QStringLiteral("记录");
-    case AppSection::settings: return QStringLiteral("设置");
+    case AppSection::focus:
+        return QStringLiteral("专注");
+    case AppSection::insights:
+        return QStringLiteral("洞察");
+    case AppSection::history:
+        return QStringLiteral("记录");
+    case AppSection::settings:
+        return QStringLiteral("设置");
     }
     return {};
 }
@@ -53,10 +57,16 @@ QStringList randomSoundPool() {
             QStringLiteral("Morse")};
 }
 
-QString randomSoundName() { return QStringLiteral("随机"); }
+QString randomSoundName() {
+    return QStringLiteral("随机");
+}
 
-QStringList reminderSoundOptions() { return QStringList{randomSoundName()} + randomSoundPool(); }
+QStringList reminderSoundOptions() {
+    return QStringList{randomSoundName()} + randomSoundPool();
+}
 
-QStringList completionSoundOptions() { return randomSoundPool() << QStringLiteral("Hero"); }
+QStringList completionSoundOptions() {
+    return randomSoundPool() << QStringLiteral("Hero");
+}
 
 } // namespace quill

@@ -6,7 +6,9 @@
 
 namespace quill {
 
-QString uncategorizedTaskName() { return QStringLiteral("未分类"); }
+QString uncategorizedTaskName() {
+    return QStringLiteral("未分类");
+}
 
 QString StudySession::displayTaskName() const {
     if (!taskName)

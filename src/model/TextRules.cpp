@@ -22,7 +22,9 @@ QString foldKey(const QString& s) {
 }
 } // namespace
 
-QString trimmed(const QString& s) { return s.trimmed(); }
+QString trimmed(const QString& s) {
+    return s.trimmed();
+}
 
 QString leftGraphemes(const QString& s, qsizetype count) {
     if (s.size() <= count)
@@ -40,15 +42,17 @@ QString leftGraphemes(const QString& s, qsizetype count) {
     return s.left(pos);
 }
 
-QString cleanedTaskName(const QString& s) { return leftGraphemes(trimmed(s), kTaskNameLimit); }
+QString cleanedTaskName(const QString& s) {
+    return leftGraphemes(trimmed(s), kTaskNameLimit);
+}
 
 bool equalIgnoringCaseAndDiacritics(const QString& a, const QString& b) {
     return foldKey(a) == foldKey(b);
 }
 
 bool canonicallyEqual(const QString& a, const QString& b) {
-    return a == b || a.normalized(QString::NormalizationForm_C) ==
-                         b.normalized(QString::NormalizationForm_C);
+    return a == b ||
+           a.normalized(QString::NormalizationForm_C) == b.normalized(QString::NormalizationForm_C);
 }
 
 } // namespace quill::text

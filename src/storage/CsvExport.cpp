@@ -20,19 +20,21 @@ QString formatStart(const QDateTime& date) {
 }
 } // namespace
 
-QString suggestedFileName() { return QStringLiteral("Quillmere-专注记录.csv"); }
+QString suggestedFileName() {
+    return QStringLiteral("Quillmere-专注记录.csv");
+}
 
 QString csvText(const QList<StudySession>& sessions) {
     QList<const StudySession*> sorted;
     sorted.reserve(sessions.size());
     for (const StudySession& s : sessions)
         sorted.append(&s);
-    std::stable_sort(sorted.begin(), sorted.end(), [](const StudySession* a, const StudySession* b) {
-        return a->startedAt < b->startedAt;
-    });
+    std::stable_sort(
+        sorted.begin(), sorted.end(),
+        [](const StudySession* a, const StudySession* b) { return a->startedAt < b->startedAt; });
 
-    QString text = QStringLiteral(
-        "开始时间,任务,计划分钟,专注分钟,完成,专注评分,开始精力,结束精力,走神次数,疲劳次数,提示次数,备注\n");
+    QString text = QStringLiteral("开始时间,任务,计划分钟,专注分钟,完成,专注评分,开始精力,结束精力,"
+                                  "走神次数,疲劳次数,提示次数,备注\n");
     text.reserve(text.size() + sessions.size() * 96);
     const QChar comma = QLatin1Char(',');
     bool first = true;

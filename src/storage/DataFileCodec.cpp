@@ -48,9 +48,9 @@ std::optional<QDateTime> parseDate(const QString& s) {
     int year, month, day, hour, minute, second;
     if (!digits(s, 0, 4, year) || s.at(4) != QLatin1Char('-') || !digits(s, 5, 2, month) ||
         s.at(7) != QLatin1Char('-') || !digits(s, 8, 2, day) ||
-        (s.at(10) != QLatin1Char('T') && s.at(10) != QLatin1Char('t')) ||
-        !digits(s, 11, 2, hour) || s.at(13) != QLatin1Char(':') || !digits(s, 14, 2, minute) ||
-        s.at(16) != QLatin1Char(':') || !digits(s, 17, 2, second))
+        (s.at(10) != QLatin1Char('T') && s.at(10) != QLatin1Char('t')) || !digits(s, 11, 2, hour) ||
+        s.at(13) != QLatin1Char(':') || !digits(s, 14, 2, minute) || s.at(16) != QLatin1Char(':') ||
+        !digits(s, 17, 2, second))
         return std::nullopt;
     int offsetSeconds = 0;
     if (s.size() == 20) {

@@ -11,7 +11,9 @@ namespace quill::DataFileCodec {
 namespace {
 struct Rejected {};
 
-[[noreturn]] void reject() { throw Rejected{}; }
+[[noreturn]] void reject() {
+    throw Rejected{};
+}
 
 QJsonValue required(const QJsonObject& o, QLatin1StringView key) {
     const QJsonValue v = o.value(key);

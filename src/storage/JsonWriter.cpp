@@ -125,15 +125,32 @@ void JsonWriter::writeString(const QString& s) {
         const auto c = static_cast<unsigned char>(p[i]);
         const char* esc = nullptr;
         switch (c) {
-        case '"': esc = "\\\""; break;
-        case '\\': esc = "\\\\"; break;
-        case '/': esc = "\\/"; break;
-        case '\n': esc = "\\n"; break;
-        case '\r': esc = "\\r"; break;
-        case '\t': esc = "\\t"; break;
-        case '\b': esc = "\\b"; break;
-        case '\f': esc = "\\f"; break;
-        default: break;
+        case '"':
+            esc = "\\\"";
+            break;
+        case '\\':
+            esc = "\\\\";
+            break;
+        case '/':
+            esc = "\\/";
+            break;
+        case '\n':
+            esc = "\\n";
+            break;
+        case '\r':
+            esc = "\\r";
+            break;
+        case '\t':
+            esc = "\\t";
+            break;
+        case '\b':
+            esc = "\\b";
+            break;
+        case '\f':
+            esc = "\\f";
+            break;
+        default:
+            break;
         }
         if (esc) {
             flush(i);

@@ -78,8 +78,8 @@ bool preserveUnreadable(const QString& directory, const QDateTime& now) {
             << "Quillmere data file could not be read; kept it as" << kept;
         return true;
     }
-    qCWarning(lcStorage).noquote() << "Quillmere save failed: cannot set aside the unreadable"
-                                   << path;
+    qCWarning(lcStorage).noquote()
+        << "Quillmere save failed: cannot set aside the unreadable" << path;
     return false;
 }
 

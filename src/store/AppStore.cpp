@@ -17,10 +17,14 @@ constexpr auto kTickPeriod = 250ms;
 constexpr auto kSaveDebounce = 250ms;
 constexpr auto kToastDuration = 3000ms;
 
-qint64 roundUp(double seconds) { return static_cast<qint64>(std::ceil(seconds)); }
+qint64 roundUp(double seconds) {
+    return static_cast<qint64>(std::ceil(seconds));
+}
 
 // NaN and negative spans count as nothing left.
-double clampedLeft(double seconds) { return (std::isnan(seconds) || seconds < 0) ? 0.0 : seconds; }
+double clampedLeft(double seconds) {
+    return (std::isnan(seconds) || seconds < 0) ? 0.0 : seconds;
+}
 } // namespace
 
 AppStore::AppStore(Services services, QObject* parent)
@@ -29,9 +33,9 @@ AppStore::AppStore(Services services, QObject* parent)
     m_keepUnreadableFile = loaded.unreadableFileExists;
     m_settings = loaded.data.settings;
     QList<StudySession> sorted = loaded.data.sessions;
-    std::stable_sort(sorted.begin(), sorted.end(), [](const StudySession& a, const StudySession& b) {
-        return a.startedAt > b.startedAt;
-    });
+    std::stable_sort(
+        sorted.begin(), sorted.end(),
+        [](const StudySession& a, const StudySession& b) { return a.startedAt > b.startedAt; });
     m_sessions = sorted;
     m_lastStepDay = now().toLocalTime().date();
 
@@ -41,9 +45,13 @@ AppStore::AppStore(Services services, QObject* parent)
     m_timer = m_services.scheduler->every(kTickPeriod, [this] { tick(); });
 }
 
-AppStore::~AppStore() { *m_alive = false; }
+AppStore::~AppStore() {
+    *m_alive = false;
+}
 
-QDateTime AppStore::now() const { return m_services.clock->now(); }
+QDateTime AppStore::now() const {
+    return m_services.clock->now();
+}
 
 double AppStore::secondsUntil(const QDateTime& date) const {
     return static_cast<double>(now().msecsTo(date)) / 1000.0;
@@ -176,7 +184,8 @@ void AppStore::tick() {
 
     switch (m_phase) {
     case SessionPhase::microBreak: {
-        const double left = clampedLeft(m_microBreakEndDate ? secondsUntil(*m_microBreakEndDate) : 0);
+        const double left =
+            clampedLeft(m_microBreakEndDate ? secondsUntil(*m_microBreakEndDate) : 0);
         setBreakRemainingSeconds(roundUp(left));
         if (left <= 0)
             resumeAfterMicroBreak();
@@ -353,7 +362,9 @@ void AppStore::endSessionForReview() {
         finishSession(false);
 }
 
-void AppStore::continueSession() { setShowSessionEndDialog(false); }
+void AppStore::continueSession() {
+    setShowSessionEndDialog(false);
+}
 
 void AppStore::saveCompletion(qint64 focusRating, qint64 endEnergy, const QString& note) {
     if (!m_draft)

@@ -20,7 +20,8 @@ namespace quill {
 class AppStore : public QObject {
     Q_OBJECT
     /// Sidebar section shown; written by the screens.
-    Q_PROPERTY(quill::AppSection selectedSection READ selectedSection WRITE setSelectedSection NOTIFY selectedSectionChanged)
+    Q_PROPERTY(quill::AppSection selectedSection READ selectedSection WRITE setSelectedSection
+                   NOTIFY selectedSectionChanged)
     /// Phase of the current round.
     Q_PROPERTY(quill::SessionPhase phase READ phase NOTIFY phaseChanged)
     /// True while focusing, paused or in a micro-break.
@@ -28,19 +29,23 @@ class AppStore : public QObject {
     /// Net focus seconds still left, rounded up.
     Q_PROPERTY(qint64 remainingSeconds READ remainingSeconds NOTIFY remainingSecondsChanged)
     /// Seconds left in the running micro-break, rounded up.
-    Q_PROPERTY(qint64 breakRemainingSeconds READ breakRemainingSeconds NOTIFY breakRemainingSecondsChanged)
+    Q_PROPERTY(
+        qint64 breakRemainingSeconds READ breakRemainingSeconds NOTIFY breakRemainingSecondsChanged)
     /// Net focus seconds done in the current round.
-    Q_PROPERTY(qint64 focusedElapsedSeconds READ focusedElapsedSeconds NOTIFY focusedElapsedSecondsChanged)
+    Q_PROPERTY(
+        qint64 focusedElapsedSeconds READ focusedElapsedSeconds NOTIFY focusedElapsedSecondsChanged)
     /// Planned seconds of the current round (0 when none).
     Q_PROPERTY(qint64 plannedSeconds READ plannedSeconds NOTIFY phaseChanged)
     /// Number of events logged in the current round.
     Q_PROPERTY(int currentEventCount READ currentEventCount NOTIFY currentEventsChanged)
     /// Energy before starting, edited by the focus screen.
-    Q_PROPERTY(qint64 currentStartEnergy READ currentStartEnergy WRITE setCurrentStartEnergy NOTIFY currentStartEnergyChanged)
+    Q_PROPERTY(qint64 currentStartEnergy READ currentStartEnergy WRITE setCurrentStartEnergy NOTIFY
+                   currentStartEnergyChanged)
     /// The review sheet is shown.
     Q_PROPERTY(bool showCompletionSheet READ showCompletionSheet NOTIFY showCompletionSheetChanged)
     /// The dialog asking how to end the round is shown; the screens open it.
-    Q_PROPERTY(bool showSessionEndDialog READ showSessionEndDialog WRITE setShowSessionEndDialog NOTIFY showSessionEndDialogChanged)
+    Q_PROPERTY(bool showSessionEndDialog READ showSessionEndDialog WRITE setShowSessionEndDialog
+                   NOTIFY showSessionEndDialogChanged)
     /// Status line of the end-of-round music; empty when none.
     Q_PROPERTY(QString musicMessage READ musicMessageText NOTIFY musicMessageChanged)
     /// The one-line transient message; empty when none.
@@ -60,7 +65,8 @@ class AppStore : public QObject {
     /// Consecutive days with a session, ending today or yesterday.
     Q_PROPERTY(qint64 streakDays READ streakDays NOTIFY statisticsChanged)
     /// Stable-focus estimate in minutes.
-    Q_PROPERTY(qint64 attentionCapacityMinutes READ attentionCapacityMinutes NOTIFY statisticsChanged)
+    Q_PROPERTY(
+        qint64 attentionCapacityMinutes READ attentionCapacityMinutes NOTIFY statisticsChanged)
     /// Suggested length of the next round in minutes.
     Q_PROPERTY(qint64 recommendedMinutes READ recommendedMinutes NOTIFY statisticsChanged)
 
@@ -72,7 +78,8 @@ public:
     AppSection selectedSection() const { return m_selectedSection; }
     void setSelectedSection(AppSection section);
     const AppSettings& settings() const { return m_settings; }
-    /// The one assignment path for settings: notifies, feeds the ambient levels, debounces the write.
+    /// The one assignment path for settings: notifies, feeds the ambient levels, debounces the
+    /// write.
     void setSettings(const AppSettings& settings);
     const QList<StudySession>& sessions() const { return m_sessions; }
     SessionPhase phase() const { return m_phase; }

@@ -234,15 +234,21 @@ void AppStore::testMusic() {
 QList<StudySession> AppStore::todaySessions() const {
     return Statistics::todaySessions(m_sessions, now());
 }
-qint64 AppStore::todayMinutes() const { return Statistics::todayMinutes(m_sessions, now()); }
+qint64 AppStore::todayMinutes() const {
+    return Statistics::todayMinutes(m_sessions, now());
+}
 qint64 AppStore::todayWanderCount() const {
     return Statistics::todayWanderCount(m_sessions, now());
 }
-qint64 AppStore::streakDays() const { return Statistics::streakDays(m_sessions, now()); }
+qint64 AppStore::streakDays() const {
+    return Statistics::streakDays(m_sessions, now());
+}
 qint64 AppStore::attentionCapacityMinutes() const {
     return Statistics::attentionCapacityMinutes(m_sessions);
 }
-qint64 AppStore::recommendedMinutes() const { return Statistics::recommendedMinutes(m_sessions); }
+qint64 AppStore::recommendedMinutes() const {
+    return Statistics::recommendedMinutes(m_sessions);
+}
 qint64 AppStore::taskSessionCount(const QString& name) const {
     return Statistics::taskSessionCount(m_sessions, name);
 }

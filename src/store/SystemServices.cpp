@@ -23,8 +23,8 @@ public:
         m_timer.setSingleShot(!repeating);
         m_timer.setTimerType(repeating ? Qt::CoarseTimer : Qt::PreciseTimer);
         // Each firing queues its work, so a step never runs inside another event's handler.
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { m_fn(); },
-                         Qt::QueuedConnection);
+        QObject::connect(
+            &m_timer, &QTimer::timeout, &m_timer, [this] { m_fn(); }, Qt::QueuedConnection);
         m_timer.start();
     }
     bool isActive() const override { return m_timer.isActive(); }

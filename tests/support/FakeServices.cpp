@@ -15,12 +15,9 @@ qint64 ScriptedRandom::between(qint64 lowest, qint64 highest) {
 TempDataLocation::TempDataLocation() = default;
 
 FakeServices::FakeServices()
-    : clock(std::make_shared<ManualClock>()),
-      scheduler(std::make_shared<VirtualScheduler>(clock)),
-      random(std::make_shared<ScriptedRandom>()),
-      data(std::make_shared<TempDataLocation>()),
-      files(std::make_shared<FakeFileChooser>()),
-      sounds(std::make_shared<RecordingSoundPlayer>()),
+    : clock(std::make_shared<ManualClock>()), scheduler(std::make_shared<VirtualScheduler>(clock)),
+      random(std::make_shared<ScriptedRandom>()), data(std::make_shared<TempDataLocation>()),
+      files(std::make_shared<FakeFileChooser>()), sounds(std::make_shared<RecordingSoundPlayer>()),
       ambient(std::make_shared<RecordingAmbientOutput>()),
       music(std::make_shared<RecordingMusicPlayer>()) {}
 

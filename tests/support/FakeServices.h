@@ -14,7 +14,7 @@ namespace quill::test {
 class ScriptedRandom final : public RandomSource {
 public:
     qint64 between(qint64 lowest, qint64 highest) override;
-    std::deque<qint64> script; ///< values returned as they are, in order
+    std::deque<qint64> script;                     ///< values returned as they are, in order
     std::vector<std::pair<qint64, qint64>> ranges; ///< every range asked for
     bool useHighest = false;
 };
@@ -22,9 +22,14 @@ public:
 class TempDataLocation final : public DataLocation {
 public:
     TempDataLocation();
-    QString directory() const override { return m_overridden ? m_override : m_dir.path() + QStringLiteral("/Quillmere"); }
+    QString directory() const override {
+        return m_overridden ? m_override : m_dir.path() + QStringLiteral("/Quillmere");
+    }
     QString filePath() const { return directory() + QStringLiteral("/focus-data.json"); }
-    void setDirectory(const QString& d) { m_override = d; m_overridden = true; }
+    void setDirectory(const QString& d) {
+        m_override = d;
+        m_overridden = true;
+    }
 
 private:
     QTemporaryDir m_dir;
@@ -34,7 +39,8 @@ private:
 
 class FakeFileChooser final : public FileChooser {
 public:
-    std::optional<QString> chooseSaveLocation(const QString& suggestedName, const QString& filter) override {
+    std::optional<QString> chooseSaveLocation(const QString& suggestedName,
+                                              const QString& filter) override {
         suggestedNames << suggestedName;
         filters << filter;
         return answer;
@@ -52,7 +58,10 @@ public:
 class RecordingAmbientOutput final : public AmbientOutput {
 public:
     void setLevels(const AmbientLevels& levels) override { levelUpdates.push_back(levels); }
-    bool play() override { ++playCalls; return playResult; }
+    bool play() override {
+        ++playCalls;
+        return playResult;
+    }
     void stop() override { ++stopCalls; }
     std::vector<AmbientLevels> levelUpdates;
     int playCalls = 0, stopCalls = 0;

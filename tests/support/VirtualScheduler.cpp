@@ -19,10 +19,11 @@ private:
     std::shared_ptr<Entry> m_entry;
 };
 
-VirtualScheduler::VirtualScheduler(std::shared_ptr<ManualClock> clock) : m_clock(std::move(clock)) {}
+VirtualScheduler::VirtualScheduler(std::shared_ptr<ManualClock> clock)
+    : m_clock(std::move(clock)) {}
 VirtualScheduler::~VirtualScheduler() = default;
 
-void VirtualScheduler::schedule(const std::shared_ptr<Entry>& entry, const QDateTime& at) {
+void VirtualScheduler::schedule(const std::shared_ptr<Entry>& entry, qint64 at) {
     m_queue.emplace(at, entry);
 }
 
@@ -31,7 +32,7 @@ std::unique_ptr<Scheduler::Handle> VirtualScheduler::every(std::chrono::millisec
     auto e = std::make_shared<Entry>();
     e->fn = std::move(fn);
     e->periodMs = period.count();
-    schedule(e, m_clock->now().addMSecs(e->periodMs));
+    schedule(e, m_monotonicMs + e->periodMs);
     return std::make_unique<EntryHandle>(e);
 }
 
@@ -39,37 +40,34 @@ std::unique_ptr<Scheduler::Handle> VirtualScheduler::after(std::chrono::millisec
                                                            Callback fn) {
     auto e = std::make_shared<Entry>();
     e->fn = std::move(fn);
-    schedule(e, m_clock->now().addMSecs(delay.count()));
+    schedule(e, m_monotonicMs + delay.count());
     return std::make_unique<EntryHandle>(e);
 }
 
 void VirtualScheduler::advance(qint64 ms) {
-    const QDateTime end = m_clock->now().addMSecs(ms);
+    const qint64 end = m_monotonicMs + ms;
     while (!m_queue.empty() && m_queue.begin()->first <= end) {
         auto it = m_queue.begin();
-        const QDateTime at = it->first;
+        const qint64 at = it->first;
         auto entry = it->second;
         m_queue.erase(it);
         if (entry->cancelled)
             continue;
-        if (at > m_clock->now())
-            m_clock->set(at);
-        if (entry->periodMs > 0) {
-            // After a clock jump a real timer does not replay the missed firings.
-            QDateTime next = at.addMSecs(entry->periodMs);
-            if (next <= m_clock->now())
-                next = m_clock->now().addMSecs(entry->periodMs);
-            schedule(entry, next);
-        }
+        m_clock->jump(at - m_monotonicMs);
+        m_monotonicMs = at;
+        if (entry->periodMs > 0)
+            schedule(entry, at + entry->periodMs);
         else
             entry->fired = true;
         entry->fn();
     }
-    if (end > m_clock->now())
-        m_clock->set(end);
+    m_clock->jump(end - m_monotonicMs);
+    m_monotonicMs = end;
 }
 
-void VirtualScheduler::runDue() { advance(0); }
+void VirtualScheduler::runDue() {
+    advance(0);
+}
 
 int VirtualScheduler::pendingDelayedCalls() const {
     int n = 0;

@@ -23,8 +23,9 @@ private:
     QDateTime m_now;
 };
 
-/// Timers and delayed calls in virtual time. advance() moves the clock to each due
-/// firing in time order and runs it, so a day-long round runs in milliseconds.
+/// Timers and delayed calls in virtual time. Like real timers they run on a monotonic
+/// clock of their own: advance() moves both it and the wall clock to each due firing in
+/// time order, while ManualClock::jump() moves only the wall clock (a sleep, a clock change).
 class VirtualScheduler final : public Scheduler {
 public:
     explicit VirtualScheduler(std::shared_ptr<ManualClock> clock);
@@ -45,8 +46,9 @@ public:
 private:
     class EntryHandle;
     std::shared_ptr<ManualClock> m_clock;
-    std::multimap<QDateTime, std::shared_ptr<Entry>> m_queue;
-    void schedule(const std::shared_ptr<Entry>& entry, const QDateTime& at);
+    qint64 m_monotonicMs = 0;
+    std::multimap<qint64, std::shared_ptr<Entry>> m_queue;
+    void schedule(const std::shared_ptr<Entry>& entry, qint64 at);
 };
 
 } // namespace quill::test

@@ -1,0 +1,167 @@
+// Tasks, appearance, history, export, toasts, named sounds and the settings write-back.
+#include "StoreHarness.h"
+
+#include <QLoggingCategory>
+
+namespace quill::test {
+namespace {
+
+class CommandsTest : public StoreTest {
+protected:
+    void SetUp() override { createStore(); }
+    QList<QString> tasks() const { return store->settings().effectiveTaskNames(); }
+};
+
+TEST_F(CommandsTest, AddingANameThatMatchesIgnoringCaseAndAccentsSelectsTheStoredOne) {
+    EXPECT_TRUE(store->addTask(QStringLiteral("  Mäth \n")));
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("已新增并选择任务“Mäth”。"));
+    EXPECT_TRUE(store->addTask(QStringLiteral("math")));
+    EXPECT_EQ(tasks(), QList<QString>{QStringLiteral("Mäth")});
+    EXPECT_EQ(store->selectedTaskName(), QStringLiteral("Mäth"));
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("已选择任务“Mäth”。"));
+    EXPECT_FALSE(store->addTask(QStringLiteral(" \n\t ")));
+}
+
+TEST_F(CommandsTest, LongNamesAreCutToFortyCharacters) {
+    const QString fifty = QString(50, QLatin1Char('x'));
+    store->addTask(fifty);
+    EXPECT_EQ(tasks().front().size(), 40);
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("已新增并选择任务“") +
+                                             QString(40, QLatin1Char('x')) + QStringLiteral("”。"));
+    // Forty emoji with a skin-tone modifier are 40 user-perceived characters, 160 code units.
+    const QString emoji = QStringLiteral("👍🏽").repeated(45);
+    store->addTask(emoji);
+    EXPECT_EQ(tasks().back(), QStringLiteral("👍🏽").repeated(40));
+}
+
+TEST_F(CommandsTest, SelectingNeedsAnExactMatchAndIsLockedDuringARound) {
+    store->addTask(QStringLiteral("Reading"));
+    store->selectTask(std::nullopt);
+    EXPECT_FALSE(store->selectedTaskName());
+    store->selectTask(QStringLiteral("  Reading "));
+    EXPECT_EQ(store->selectedTaskName(), QStringLiteral("Reading"));
+    store->selectTask(QStringLiteral("reading"));
+    EXPECT_FALSE(store->selectedTaskName()) << "case differs: selection cleared";
+
+    store->selectTask(QStringLiteral("Reading"));
+    store->startSession(25);
+    store->selectTask(std::nullopt);
+    EXPECT_EQ(store->selectedTaskName(), QStringLiteral("Reading"));
+    EXPECT_FALSE(store->addTask(QStringLiteral("Other")));
+    EXPECT_EQ(tasks().size(), 1);
+    EXPECT_EQ(store->draft()->taskName, QStringLiteral("Reading"));
+}
+
+TEST_F(CommandsTest, RemovingATaskClearsItsSelectionAndKeepsHistory) {
+    store->addTask(QStringLiteral("A"));
+    store->addTask(QStringLiteral("B"));
+    store->removeTask(QStringLiteral("B"));
+    EXPECT_EQ(tasks(), QList<QString>{QStringLiteral("A")});
+    EXPECT_FALSE(store->selectedTaskName());
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("已从任务列表移除“B”，历史记录仍保留。"));
+    store->removeTask(QStringLiteral("nothing"));
+    EXPECT_EQ(store->toastMessageText(),
+              QStringLiteral("已从任务列表移除“nothing”，历史记录仍保留。"));
+    store->removeTask(QStringLiteral("A"));
+    ASSERT_TRUE(store->settings().taskNames.has_value()) << "an empty list, not absent";
+    EXPECT_TRUE(store->settings().taskNames->isEmpty());
+}
+
+TEST_F(CommandsTest, AppearanceTogglesFromAbsentToLightAndBack) {
+    updateSettings([](AppSettings& s) { s.appearanceMode.reset(); });
+    store->toggleAppearance();
+    EXPECT_EQ(store->settings().appearanceMode, AppearanceMode::light);
+    store->toggleAppearance();
+    EXPECT_EQ(store->settings().appearanceMode, AppearanceMode::dark);
+}
+
+TEST_F(CommandsTest, ToastsReplaceAtOnceAndEachLastsItsOwnThreeSeconds) {
+    store->toast(QStringLiteral("one"));
+    advanceMs(2000);
+    store->toast(QStringLiteral("two"));
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("two"));
+    advanceMs(1500); // the first toast's check passes and leaves "two" alone
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("two"));
+    advanceMs(1500);
+    EXPECT_FALSE(store->toastMessage().has_value());
+
+    // The same text again within 3 s is cleared when the first one's time ends.
+    store->toast(QStringLiteral("same"));
+    advanceMs(1000);
+    store->toast(QStringLiteral("same"));
+    advanceMs(2000);
+    EXPECT_FALSE(store->toastMessage().has_value());
+}
+
+TEST_F(CommandsTest, RandomSoundDrawsFromThePoolAndOthersPassThrough) {
+    fakes.random->script = {6};
+    store->playSound(QStringLiteral("随机"));
+    store->playSound(QStringLiteral("NoSuchSound"));
+    EXPECT_EQ(fakes.sounds->played,
+              (QStringList{QStringLiteral("Morse"), QStringLiteral("NoSuchSound")}));
+    EXPECT_EQ(fakes.random->ranges.back(), std::make_pair(qint64(0), qint64(6)));
+}
+
+TEST_F(CommandsTest, ABurstOfSettingsChangesIsWrittenOnce) {
+    advanceMs(1000);
+    for (int i = 1; i <= 20; ++i) {
+        updateSettings([i](AppSettings& s) { s.ambientMasterVolume = i / 20.0; });
+        advanceMs(100); // a slider drag: never 250 ms apart
+        EXPECT_FALSE(dataFileExists()) << "not written during the burst";
+    }
+    advanceMs(150);
+    ASSERT_TRUE(dataFileExists());
+    EXPECT_EQ(readDataFile().settings.ambientMasterVolume, 1.0);
+}
+
+TEST_F(CommandsTest, ARepairIsAssignedFirstAndWritten250msLater) {
+    advanceMs(1000);
+    updateSettings([](AppSettings& s) { s.selectedDurationMinutes = 5000; });
+    advanceMs(250);
+    EXPECT_EQ(store->settings().selectedDurationMinutes, 1440);
+    EXPECT_FALSE(dataFileExists());
+    advanceMs(250);
+    ASSERT_TRUE(dataFileExists());
+    EXPECT_EQ(readDataFile().settings.selectedDurationMinutes, 1440);
+}
+
+TEST_F(CommandsTest, StartingARoundRewritesTheDurationAndSavesShortlyAfter) {
+    advanceMs(1000);
+    store->startSession(std::nullopt);
+    EXPECT_EQ(store->plannedSeconds(), 50 * 60);
+    advanceMs(250);
+    EXPECT_TRUE(dataFileExists());
+}
+
+TEST_F(CommandsTest, RemovingASessionKeepsTheOrderOfTheOthers) {
+    const QDateTime t = now();
+    QList<StudySession> sessions{sessionAt(t.addDays(-1)), sessionAt(t.addDays(-2)),
+                                 sessionAt(t.addDays(-3))};
+    writeData(store->settings(), sessions);
+    createStore();
+    store->removeSessionWithId(sessions[1].id.toString());
+    ASSERT_EQ(store->sessions().size(), 2);
+    EXPECT_EQ(store->sessions()[0].id, sessions[0].id);
+    EXPECT_EQ(store->sessions()[1].id, sessions[2].id);
+    EXPECT_EQ(readDataFile().sessions.size(), 2) << "written at once";
+    store->removeSessionWithId(QStringLiteral("not-a-uuid"));
+    EXPECT_EQ(store->sessions().size(), 2);
+}
+
+TEST_F(CommandsTest, ExportReportsWrittenOrNot) {
+    store->exportSessions();
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("没有导出文件。"));
+    EXPECT_EQ(fakes.files->suggestedNames, QStringList{QStringLiteral("Quillmere-专注记录.csv")});
+
+    fakes.files->answer = fakes.data->directory() + QStringLiteral("-export.csv");
+    store->exportSessions();
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("CSV 已导出。"));
+    EXPECT_TRUE(QFile::exists(*fakes.files->answer));
+
+    fakes.files->answer = QStringLiteral("/proc/forbidden/out.csv");
+    store->exportSessions();
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("没有导出文件。"));
+}
+
+} // namespace
+} // namespace quill::test

@@ -1,0 +1,132 @@
+// Start-up: loading, ordering, the start-up repair, unreadable files and failing saves.
+#include "StoreHarness.h"
+
+#include <QDirIterator>
+
+namespace quill::test {
+namespace {
+
+class StartupTest : public StoreTest {};
+
+QStringList capturedWarnings;
+void captureWarnings(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type == QtWarningMsg)
+        capturedWarnings << message;
+}
+
+TEST_F(StartupTest, NoFileGivesDefaultsAndWritesNothing) {
+    createStore();
+    EXPECT_EQ(store->settings(), AppSettings{});
+    EXPECT_TRUE(store->sessions().isEmpty());
+    EXPECT_EQ(store->phase(), SessionPhase::idle);
+    advanceMs(5000);
+    EXPECT_FALSE(dataFileExists()) << "defaults are already repaired: nothing to write";
+}
+
+TEST_F(StartupTest, SessionsAreOrderedNewestFirstStably) {
+    const QDateTime t = now();
+    StudySession a = sessionAt(t.addDays(-3)), b = sessionAt(t.addDays(-1)),
+                 c = sessionAt(t.addDays(-1)), d = sessionAt(t.addDays(-2));
+    writeData(AppSettings{}, {a, b, c, d});
+    createStore();
+    ASSERT_EQ(store->sessions().size(), 4);
+    EXPECT_EQ(store->sessions()[0].id, b.id);
+    EXPECT_EQ(store->sessions()[1].id, c.id) << "equal start times keep their file order";
+    EXPECT_EQ(store->sessions()[2].id, d.id);
+    EXPECT_EQ(store->sessions()[3].id, a.id);
+}
+
+TEST_F(StartupTest, ARepairAtStartUpReachesTheFile250msLater) {
+    AppSettings s;
+    s.selectedDurationMinutes = 0;
+    s.taskNames = QList<QString>{QStringLiteral("  Math "), QStringLiteral("math")};
+    writeData(s);
+    createStore();
+    EXPECT_EQ(store->settings().selectedDurationMinutes, 1);
+    advanceMs(250);
+    const PersistedData saved = readDataFile();
+    EXPECT_EQ(saved.settings.selectedDurationMinutes, 1);
+    EXPECT_EQ(saved.settings.taskNames, QList<QString>{QStringLiteral("Math")});
+}
+
+TEST_F(StartupTest, HugeAndNegativeNumbersLoadAndAreRepaired) {
+    AppSettings s;
+    s.selectedDurationMinutes = std::numeric_limits<qint64>::max();
+    s.reminderMinimumMinutes = std::numeric_limits<qint64>::min();
+    s.reminderMaximumMinutes = -5;
+    s.microBreakSeconds = std::numeric_limits<qint64>::max();
+    writeData(s);
+    createStore();
+    EXPECT_EQ(store->settings().selectedDurationMinutes, 1440);
+    EXPECT_EQ(store->settings().reminderMinimumMinutes, 1);
+    EXPECT_EQ(store->settings().reminderMaximumMinutes, 1);
+    EXPECT_EQ(store->settings().microBreakSeconds, 60);
+    store->startSession(std::nullopt);
+    EXPECT_EQ(store->remainingSeconds(), 1440 * 60);
+}
+
+TEST_F(StartupTest, AnUnreadableFileIsKeptBesideTheNewOne) {
+    const QByteArray torn = R"({"sessions":[{"id":"6F1C)";
+    writeDataFile(torn);
+    createStore();
+    EXPECT_EQ(store->settings(), AppSettings{});
+    advanceMs(1000);
+    EXPECT_TRUE(dataFileExists()) << "nothing replaced it yet";
+    store->toggleAppearance();
+    advanceMs(300);
+
+    QStringList kept;
+    QDirIterator it(fakes.data->directory(), {QStringLiteral("focus-data.json.unreadable-*")});
+    while (it.hasNext())
+        kept << it.next();
+    ASSERT_EQ(kept.size(), 1);
+    QFile f(kept.front());
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_EQ(f.readAll(), torn);
+    EXPECT_EQ(readDataFile().settings.appearanceMode, AppearanceMode::light);
+}
+
+TEST_F(StartupTest, AFailedSaveLogsOnceKeepsMemoryAndTheNextSaveWritesEverything) {
+    // A plain file where the data folder should be: the folder cannot be created.
+    const QString blocked = fakes.data->directory() + QStringLiteral("-blocked");
+    QFile blocker(blocked);
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    fakes.data->setDirectory(blocked + QStringLiteral("/Quillmere"));
+    createStore();
+    store->startSession(1);
+    advanceSeconds(61);
+
+    capturedWarnings.clear();
+    const auto previous = qInstallMessageHandler(captureWarnings);
+    store->saveCompletion(4, 4, QStringLiteral("note"));
+    qInstallMessageHandler(previous);
+
+    ASSERT_EQ(capturedWarnings.size(), 1);
+    EXPECT_TRUE(capturedWarnings[0].startsWith(QStringLiteral("Quillmere save failed: ")));
+    EXPECT_EQ(store->sessions().size(), 1) << "the session stays in memory";
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("这一轮已存入你的专注档案。"));
+
+    QFile::remove(blocked);
+    store->toggleAppearance();
+    advanceMs(250);
+    const PersistedData saved = readDataFile(); // reads fakes.data->filePath()
+    EXPECT_EQ(saved.sessions.size(), 1);
+    EXPECT_EQ(saved.sessions[0].note, QStringLiteral("note"));
+}
+
+TEST_F(StartupTest, NoDataLocationRunsInMemory) {
+    fakes.data->setDirectory(QString());
+    createStore();
+    capturedWarnings.clear();
+    const auto previous = qInstallMessageHandler(captureWarnings);
+    store->startSession(1);
+    advanceSeconds(61);
+    store->saveCompletion(4, 4, QString());
+    qInstallMessageHandler(previous);
+    EXPECT_EQ(store->sessions().size(), 1);
+    EXPECT_EQ(capturedWarnings.size(), 2) << "one line per failed save (settings, then session)";
+}
+
+} // namespace
+} // namespace quill::test
