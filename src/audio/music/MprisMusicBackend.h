@@ -1,0 +1,38 @@
+#pragma once
+
+#include "audio/music/NetEaseLauncher.h"
+#include "store/MusicPlayer.h"
+#include "store/Scheduler.h"
+
+#include <QDBusConnection>
+#include <QObject>
+#include <functional>
+#include <memory>
+
+namespace quill {
+
+/// Music over MPRIS2 on the D-Bus session bus, for desktops without AppleScript.
+class MprisMusicBackend final : public MusicPlayer {
+public:
+    /// Opens the bus. Runs on a worker thread: a first connection can take its time (or start
+    /// a bus daemon), and the UI thread must not wait for it.
+    using BusConnector = std::function<QDBusConnection()>;
+
+    MprisMusicBackend(BusConnector connectBus, std::shared_ptr<Scheduler> scheduler,
+                      std::shared_ptr<NetEaseLauncher> launcher);
+    ~MprisMusicBackend() override;
+
+    /// The user's session bus.
+    static BusConnector sessionBus();
+
+    void playRandom(MusicService service, MusicSource source, const QString& playlistName,
+                    Completion completion) override;
+
+private:
+    BusConnector m_connectBus;
+    std::shared_ptr<Scheduler> m_scheduler;
+    std::shared_ptr<NetEaseLauncher> m_launcher;
+    std::unique_ptr<QObject> m_requests; ///< parent of the requests under way
+};
+
+} // namespace quill
