@@ -1,5 +1,6 @@
 #pragma once
 
+#include "insights/TaskSummary.h"
 #include "model/AppSettings.h"
 #include "model/SessionDraft.h"
 #include "model/SessionPhase.h"
@@ -150,6 +151,8 @@ public:
     qint64 todayMinutes() const;
     qint64 todayWanderCount() const;
     qint64 streakDays() const;
+    QList<DaySummary> weeklySummaries() const;
+    QList<TaskSummary> taskSummaries() const;
     qint64 attentionCapacityMinutes() const;
     qint64 recommendedMinutes() const;
     Q_INVOKABLE qint64 taskSessionCount(const QString& name) const;

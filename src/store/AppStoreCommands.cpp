@@ -243,6 +243,10 @@ qint64 AppStore::todayWanderCount() const {
 qint64 AppStore::streakDays() const {
     return Statistics::streakDays(m_sessions, now());
 }
+QList<DaySummary> AppStore::weeklySummaries() const {
+    return Statistics::weeklySummaries(m_sessions, now());
+}
+QList<TaskSummary> AppStore::taskSummaries() const { return Statistics::taskSummaries(m_sessions); }
 qint64 AppStore::attentionCapacityMinutes() const {
     return Statistics::attentionCapacityMinutes(m_sessions);
 }
