@@ -15,23 +15,47 @@ public:
     QDateTime now() const override { return QDateTime::currentDateTimeUtc(); }
 };
 
+// A handle may be dropped from inside its own callback (a debounce that re-arms itself),
+// so the callback lives in shared state and the timer is deleted later, never under itself.
 class TimerHandle final : public Scheduler::Handle {
 public:
     TimerHandle(std::chrono::milliseconds interval, bool repeating, Scheduler::Callback fn)
-        : m_fn(std::move(fn)) {
-        m_timer.setInterval(interval);
-        m_timer.setSingleShot(!repeating);
-        m_timer.setTimerType(repeating ? Qt::CoarseTimer : Qt::PreciseTimer);
+        : m_state(std::make_shared<State>()), m_timer(new QTimer) {
+        m_state->fn = std::move(fn);
+        m_state->repeating = repeating;
+        m_timer->setInterval(interval);
+        m_timer->setSingleShot(!repeating);
+        m_timer->setTimerType(repeating ? Qt::CoarseTimer : Qt::PreciseTimer);
         // Each firing queues its work, so a step never runs inside another event's handler.
         QObject::connect(
-            &m_timer, &QTimer::timeout, &m_timer, [this] { m_fn(); }, Qt::QueuedConnection);
-        m_timer.start();
+            m_timer, &QTimer::timeout, m_timer,
+            [state = m_state] {
+                if (state->cancelled)
+                    return;
+                if (!state->repeating)
+                    state->fired = true;
+                auto keep = state; // survives the handle being dropped by fn
+                keep->fn();
+            },
+            Qt::QueuedConnection);
+        m_timer->start();
     }
-    bool isActive() const override { return m_timer.isActive(); }
+    ~TimerHandle() override {
+        m_state->cancelled = true;
+        m_timer->stop();
+        m_timer->deleteLater();
+    }
+    bool isActive() const override { return !m_state->cancelled && !m_state->fired; }
 
 private:
-    QTimer m_timer;
-    Scheduler::Callback m_fn;
+    struct State {
+        Scheduler::Callback fn;
+        bool repeating = false;
+        bool cancelled = false;
+        bool fired = false;
+    };
+    std::shared_ptr<State> m_state;
+    QTimer* m_timer;
 };
 
 class QtScheduler final : public Scheduler {
