@@ -1,0 +1,61 @@
+#pragma once
+
+#include "model/AppSettings.h"
+#include "model/StudySession.h"
+
+#include <QDateTime>
+#include <QStringList>
+#include <QTimeZone>
+
+namespace quill::test {
+
+inline QDateTime utc(int y, int mo, int d, int h, int mi, int s = 0, int ms = 0) {
+    return QDateTime(QDate(y, mo, d), QTime(h, mi, s, ms), Qt::UTC);
+}
+
+inline FocusEvent eventAt(const char* uuid, const QDateTime& date, qint64 elapsed,
+                          FocusEventKind kind) {
+    return FocusEvent{QUuid::fromString(QLatin1String(uuid)), date, elapsed, kind};
+}
+
+/// A session with every required field set to plain values.
+inline StudySession plainSession(const char* uuid, const QDateTime& start) {
+    StudySession s;
+    s.id = QUuid::fromString(QLatin1String(uuid));
+    s.startedAt = start;
+    s.endedAt = start.addSecs(1800);
+    s.plannedMinutes = 30;
+    s.focusedSeconds = 1500;
+    s.reminderMinimumMinutes = 3;
+    s.reminderMaximumMinutes = 5;
+    s.microBreakSeconds = 10;
+    s.startEnergy = 4;
+    s.endEnergy = 3;
+    s.focusRating = 4;
+    s.completed = true;
+    return s;
+}
+
+/// Collects the warnings logged while it lives.
+class WarningCatcher {
+public:
+    WarningCatcher() {
+        s_current = this;
+        m_previous = qInstallMessageHandler(&WarningCatcher::handle);
+    }
+    ~WarningCatcher() {
+        qInstallMessageHandler(m_previous);
+        s_current = nullptr;
+    }
+    QStringList warnings;
+
+private:
+    static void handle(QtMsgType type, const QMessageLogContext&, const QString& message) {
+        if (s_current && type == QtWarningMsg)
+            s_current->warnings << message;
+    }
+    static inline WarningCatcher* s_current = nullptr;
+    QtMessageHandler m_previous = nullptr;
+};
+
+} // namespace quill::test
