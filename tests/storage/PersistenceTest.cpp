@@ -1,0 +1,257 @@
+#include "storage/Persistence.h"
+#include "StorageSamples.h"
+#include "storage/DataFileCodec.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace quill {
+namespace {
+
+using test::plainSession;
+using test::utc;
+using test::WarningCatcher;
+
+class PersistenceTest : public ::testing::Test {
+protected:
+    QTemporaryDir root;
+    QString directory() const { return root.path() + QStringLiteral("/share/Quillmere"); }
+    QString dataFile() const { return directory() + QStringLiteral("/focus-data.json"); }
+
+    QByteArray readFile(const QString& path) const {
+        QFile f(path);
+        EXPECT_TRUE(f.open(QIODevice::ReadOnly)) << path.toStdString();
+        return f.readAll();
+    }
+    void writeFile(const QString& path, const QByteArray& bytes) const {
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+    static QList<StudySession> someSessions() {
+        StudySession a =
+            plainSession("0A1B2C3D-4E5F-4A6B-8C7D-9E0F1A2B3C4D", utc(2026, 3, 5, 8, 30));
+        a.taskName = QStringLiteral("写作");
+        StudySession b =
+            plainSession("F0E1D2C3-B4A5-9687-7869-5A4B3C2D1E0F", utc(2026, 3, 6, 8, 30));
+        return {a, b};
+    }
+};
+
+// ---------------------------------------------------------------- saving and loading
+
+TEST_F(PersistenceTest, SaveCreatesTheFoldersAndTheFileItLoadsBack) {
+    AppSettings settings;
+    settings.selectedDurationMinutes = 35;
+    ASSERT_TRUE(Persistence::save(directory(), settings, someSessions()));
+    EXPECT_EQ(readFile(dataFile()), DataFileCodec::encode(settings, someSessions()));
+    const Persistence::LoadResult loaded = Persistence::load(directory());
+    EXPECT_FALSE(loaded.unreadableFileExists);
+    EXPECT_EQ(loaded.data.settings, settings);
+    EXPECT_EQ(loaded.data.sessions, someSessions()); // file order; the store sorts
+    EXPECT_EQ(QDir(directory()).entryList(QDir::Files), QStringList{"focus-data.json"});
+}
+
+TEST_F(PersistenceTest, SavingUnchangedDataTwiceGivesIdenticalBytes) {
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, someSessions()));
+    const QByteArray first = readFile(dataFile());
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, someSessions()));
+    EXPECT_EQ(readFile(dataFile()), first);
+}
+
+TEST_F(PersistenceTest, SaveReplacesTheWholeFile) {
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, someSessions()));
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, {}));
+    EXPECT_EQ(readFile(dataFile()), DataFileCodec::encode(AppSettings{}, {}));
+}
+
+TEST_F(PersistenceTest, DeletedFileOrFolderIsRecreatedByTheNextSave) {
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, someSessions()));
+    ASSERT_TRUE(QFile::remove(dataFile()));
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, someSessions()));
+    EXPECT_TRUE(QFile::exists(dataFile()));
+    ASSERT_TRUE(QDir(root.path() + QStringLiteral("/share")).removeRecursively());
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, someSessions()));
+    EXPECT_EQ(readFile(dataFile()), DataFileCodec::encode(AppSettings{}, someSessions()));
+}
+
+TEST_F(PersistenceTest, MissingFileOrLocationLoadsDefaultsSilently) {
+    WarningCatcher catcher;
+    for (const QString& dir : {directory(), QString()}) {
+        const Persistence::LoadResult loaded = Persistence::load(dir);
+        EXPECT_EQ(loaded.data.settings, AppSettings{});
+        EXPECT_TRUE(loaded.data.sessions.isEmpty());
+        EXPECT_FALSE(loaded.unreadableFileExists);
+    }
+    EXPECT_EQ(catcher.warnings, QStringList{});
+}
+
+TEST_F(PersistenceTest, UndecodableFileLoadsDefaultsAndIsMarkedForKeeping) {
+    WarningCatcher catcher;
+    QByteArray broken = DataFileCodec::encode(AppSettings{}, someSessions());
+    broken.replace("\"playlistName\"", "\"playlistNam\"");
+    for (const QByteArray& bytes :
+         {broken, QByteArray("{\"sessions\":[],\"sett"), QByteArray("[]"), QByteArray()}) {
+        writeFile(dataFile(), bytes);
+        const Persistence::LoadResult loaded = Persistence::load(directory());
+        EXPECT_EQ(loaded.data.settings, AppSettings{});
+        EXPECT_TRUE(loaded.data.sessions.isEmpty());
+        EXPECT_TRUE(loaded.unreadableFileExists);
+    }
+    EXPECT_EQ(catcher.warnings, QStringList{}); // loading failures are silent
+}
+
+TEST_F(PersistenceTest, TextSurvivesSaveAndLoadUnchanged) {
+    const QString controls = [] {
+        QString s;
+        for (char16_t c = 1; c < 0x20; ++c)
+            s += QChar(c);
+        return s + QChar(0x7f);
+    }();
+    const QStringList texts = {
+        QStringLiteral("👨‍👩‍👧 专注 🇨🇳 😀"),
+        QStringLiteral("e\u0301 a\u0308 \u1100\u1161\u11a8 Zalgo: z\u0336\u0317\u0353"),
+        QStringLiteral("שלום עולם مرحبا \u200f\u202e RTL"),
+        QStringLiteral("a, \"quoted\", 'single'\nsecond line\r\nthird\\back/slash"),
+        controls,
+        QStringLiteral("\u2028\u2029\ufeff\uffff"),
+        QString(10000, QChar(u'长')),
+        QStringLiteral("x").repeated(5000) + QStringLiteral("😀").repeated(2500)};
+    AppSettings settings;
+    settings.taskNames = texts;
+    settings.playlistName = texts.join(QStringLiteral("|"));
+    settings.ambientVolumes = std::map<QString, double>{{texts[0], 0.5}, {texts[2], 0.25}};
+    QList<StudySession> sessions;
+    for (const QString& text : texts) {
+        StudySession s =
+            plainSession("0A1B2C3D-4E5F-4A6B-8C7D-9E0F1A2B3C4D", utc(2026, 3, 5, 8, 30));
+        s.taskName = text;
+        s.note = text;
+        sessions << s;
+    }
+    ASSERT_EQ(texts[6].size(), 10000);
+    ASSERT_TRUE(Persistence::save(directory(), settings, sessions));
+    const QByteArray bytes = readFile(dataFile());
+    EXPECT_TRUE(bytes.contains("专注")) << "non-ASCII text is written as UTF-8, not escaped";
+    EXPECT_FALSE(bytes.startsWith("\xef\xbb\xbf"));
+    const Persistence::LoadResult loaded = Persistence::load(directory());
+    ASSERT_FALSE(loaded.unreadableFileExists);
+    EXPECT_EQ(loaded.data.settings, settings);
+    EXPECT_EQ(loaded.data.sessions, sessions);
+}
+
+TEST_F(PersistenceTest, DatesComeBackWithoutTheirFractions) {
+    QList<StudySession> sessions = someSessions();
+    sessions[0].startedAt = utc(2026, 3, 5, 8, 30, 12, 987);
+    sessions[0].endedAt = sessions[0].startedAt.addSecs(60).toLocalTime();
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, sessions));
+    const StudySession back = Persistence::load(directory()).data.sessions.first();
+    EXPECT_EQ(back.startedAt, utc(2026, 3, 5, 8, 30, 12));
+    EXPECT_EQ(back.endedAt, utc(2026, 3, 5, 8, 31, 12));
+}
+
+// ---------------------------------------------------------------- failures
+
+TEST_F(PersistenceTest, FolderPathThatIsAFileFailsWithOneWarning) {
+    const QString file = root.path() + QStringLiteral("/plain-file");
+    writeFile(file, "x");
+    for (const QString& dir : {file, file + QStringLiteral("/Quillmere")}) {
+        WarningCatcher catcher;
+        EXPECT_FALSE(Persistence::save(dir, AppSettings{}, someSessions()));
+        ASSERT_EQ(catcher.warnings.size(), 1) << catcher.warnings.join('\n').toStdString();
+        EXPECT_TRUE(catcher.warnings.first().startsWith(QStringLiteral("Quillmere save failed: ")))
+            << catcher.warnings.first().toStdString();
+    }
+    EXPECT_EQ(readFile(file), "x");
+}
+
+TEST_F(PersistenceTest, DataFilePathThatIsAFolderFailsWithOneWarning) {
+    ASSERT_TRUE(QDir().mkpath(dataFile()));
+    WarningCatcher catcher;
+    EXPECT_FALSE(Persistence::save(directory(), AppSettings{}, someSessions()));
+    ASSERT_EQ(catcher.warnings.size(), 1) << catcher.warnings.join('\n').toStdString();
+    EXPECT_TRUE(catcher.warnings.first().startsWith(QStringLiteral("Quillmere save failed: ")));
+    EXPECT_TRUE(QFileInfo(dataFile()).isDir());
+    // No temporary file is left behind beside it.
+    EXPECT_EQ(QDir(directory()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
+              QStringList{"focus-data.json"});
+}
+
+TEST_F(PersistenceTest, UnwritableFolderFailsWithOneWarning) {
+    // Permission bits do not stop root; a kernel file system refuses everyone.
+    for (const QString& dir : {QStringLiteral("/proc/quillmere-test/Quillmere"),
+                               QStringLiteral("/proc/self/Quillmere")}) {
+        WarningCatcher catcher;
+        EXPECT_FALSE(Persistence::save(dir, AppSettings{}, someSessions()));
+        ASSERT_EQ(catcher.warnings.size(), 1) << dir.toStdString();
+        EXPECT_TRUE(catcher.warnings.first().startsWith(QStringLiteral("Quillmere save failed: ")));
+    }
+}
+
+TEST_F(PersistenceTest, NoLocationFailsWithOneWarning) {
+    WarningCatcher catcher;
+    EXPECT_FALSE(Persistence::save(QString(), AppSettings{}, {}));
+    ASSERT_EQ(catcher.warnings.size(), 1);
+    EXPECT_TRUE(catcher.warnings.first().startsWith(QStringLiteral("Quillmere save failed: ")));
+}
+
+TEST_F(PersistenceTest, FailedSaveLeavesTheOldFileAsItWas) {
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, someSessions()));
+    const QByteArray before = readFile(dataFile());
+    // A folder where the temporary file would go cannot stop the write, but a file replacing
+    // the folder itself does: the old content must stay readable elsewhere.
+    ASSERT_TRUE(QFile::rename(directory(), directory() + QStringLiteral(".moved")));
+    writeFile(directory(), "not a folder");
+    WarningCatcher catcher;
+    EXPECT_FALSE(Persistence::save(directory(), AppSettings{}, {}));
+    EXPECT_EQ(catcher.warnings.size(), 1);
+    EXPECT_EQ(readFile(directory() + QStringLiteral(".moved/focus-data.json")), before);
+}
+
+// ---------------------------------------------------------------- the unreadable file
+
+TEST_F(PersistenceTest, UnreadableFileIsRenamedBesideItWithAUtcStamp) {
+    const QByteArray garbage = "{\"sessions\": [ torn";
+    writeFile(dataFile(), garbage);
+    ASSERT_TRUE(Persistence::load(directory()).unreadableFileExists);
+    WarningCatcher catcher;
+    const QDateTime now(QDate(2026, 3, 5), QTime(16, 30, 7, 400),
+                        QTimeZone(QByteArrayLiteral("Asia/Shanghai")));
+    ASSERT_TRUE(Persistence::preserveUnreadable(directory(), now));
+    EXPECT_FALSE(QFile::exists(dataFile()));
+    const QString kept =
+        directory() + QStringLiteral("/focus-data.json.unreadable-20260305T083007Z");
+    EXPECT_EQ(readFile(kept), garbage);
+    EXPECT_EQ(catcher.warnings.size(), 1);
+    // The next save starts a fresh file and leaves the kept one alone.
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, {}));
+    EXPECT_FALSE(Persistence::load(directory()).unreadableFileExists);
+    EXPECT_EQ(readFile(kept), garbage);
+}
+
+TEST_F(PersistenceTest, NothingToPreserveIsNotAnError) {
+    WarningCatcher catcher;
+    EXPECT_TRUE(Persistence::preserveUnreadable(directory(), utc(2026, 3, 5, 8, 30)));
+    EXPECT_EQ(catcher.warnings, QStringList{});
+}
+
+TEST_F(PersistenceTest, AnEarlierKeptFileIsNeverOverwritten) {
+    const QDateTime now = utc(2026, 3, 5, 8, 30);
+    writeFile(dataFile(), "first");
+    ASSERT_TRUE(Persistence::preserveUnreadable(directory(), now));
+    writeFile(dataFile(), "second");
+    Persistence::preserveUnreadable(directory(), now);
+    const QString kept =
+        directory() + QStringLiteral("/focus-data.json.unreadable-20260305T083000Z");
+    EXPECT_EQ(readFile(kept), "first");
+    QStringList contents;
+    for (const QString& name : QDir(directory()).entryList(QDir::Files))
+        contents << QString::fromUtf8(readFile(directory() + QLatin1Char('/') + name));
+    EXPECT_TRUE(contents.contains(QStringLiteral("second")));
+}
+
+} // namespace
+} // namespace quill
