@@ -1,0 +1,210 @@
+#include "storage/CsvExport.h"
+#include "StorageSamples.h"
+#include "support/FakeServices.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace quill {
+namespace {
+
+using test::eventAt;
+using test::plainSession;
+using test::utc;
+
+const QString kHeader = QStringLiteral("开始时间,任务,计划分钟,专注分钟,完成,专注评分,开始精力,"
+                                       "结束精力,走神次数,疲劳次数,提示次数,备注\n");
+
+class CsvText : public ::testing::Test {
+protected:
+    void SetUp() override {
+        // Start times are written in the local zone; CTest runs these tests in Shanghai.
+        ASSERT_EQ(utc(2026, 3, 5, 0, 0).toLocalTime().offsetFromUtc(), 8 * 3600)
+            << "run with TZ=Asia/Shanghai";
+    }
+
+    static StudySession session(const QDateTime& start, qint64 focusedSeconds) {
+        StudySession s = plainSession("0A1B2C3D-4E5F-4A6B-8C7D-9E0F1A2B3C4D", start);
+        s.id = QUuid::createUuid();
+        s.focusedSeconds = focusedSeconds;
+        return s;
+    }
+};
+
+TEST_F(CsvText, EmptyHistoryIsTheHeaderAndOneLineFeed) {
+    EXPECT_EQ(CsvExport::csvText({}), kHeader);
+}
+
+TEST_F(CsvText, RowsAreOldestFirstQuotedAndWithoutATrailingLineFeed) {
+    StudySession late = session(utc(2026, 3, 5, 16, 30), 90);
+    late.taskName = QStringLiteral("  写作 \n");
+    late.plannedMinutes = 50;
+    late.focusRating = 5;
+    late.events = {
+        eventAt("00000000-0000-0000-0000-000000000001", late.startedAt, 60,
+                FocusEventKind::reminder),
+        eventAt("00000000-0000-0000-0000-000000000002", late.startedAt, 70,
+                FocusEventKind::mindWander),
+        eventAt("00000000-0000-0000-0000-000000000003", late.startedAt, 80, FocusEventKind::pause),
+        eventAt("00000000-0000-0000-0000-000000000004", late.startedAt, 80, FocusEventKind::resume),
+        eventAt("00000000-0000-0000-0000-000000000005", late.startedAt, 85,
+                FocusEventKind::mindWander),
+        eventAt("00000000-0000-0000-0000-000000000006", late.startedAt, 86,
+                FocusEventKind::fatigue),
+        eventAt("00000000-0000-0000-0000-000000000007", late.startedAt, 87,
+                FocusEventKind::reminder),
+        eventAt("00000000-0000-0000-0000-000000000008", late.startedAt, 88,
+                FocusEventKind::reminder)};
+    late.note = QStringLiteral("他说 \"好\" ,然后");
+
+    StudySession middle = session(utc(2026, 3, 5, 8, 30), 89);
+    middle.completed = false;
+    middle.startEnergy = 2;
+    middle.endEnergy = 1;
+    middle.focusRating = 2;
+    middle.note = QStringLiteral("line1\nline2, more");
+
+    StudySession early = session(utc(2026, 3, 4, 23, 59, 59), 29);
+    early.taskName = QStringLiteral("a \"quoted\", task");
+
+    const QString expected =
+        kHeader + QStringLiteral(
+                      "2026-03-05 07:59:59,\"a \"\"quoted\"\", task\",30,0,是,4,4,3,0,0,0,\"\"\n"
+                      "2026-03-05 16:30:00,\"未分类\",30,1,否,2,2,1,0,0,0,\"line1\nline2, more\"\n"
+                      "2026-03-06 00:30:00,\"写作\",50,2,是,5,4,3,2,1,3,\"他说 \"\"好\"\" ,然后\"");
+    // The store holds the newest first; its list is not reordered.
+    const QList<StudySession> newestFirst{late, middle, early};
+    EXPECT_EQ(CsvExport::csvText(newestFirst), expected);
+    EXPECT_EQ(newestFirst.first(), late);
+    // Any input order gives the same file.
+    EXPECT_EQ(CsvExport::csvText({early, late, middle}), expected);
+}
+
+TEST_F(CsvText, EqualStartTimesKeepTheirListOrder) {
+    const QDateTime start = utc(2026, 3, 5, 8, 30);
+    QList<StudySession> sessions;
+    for (int i = 0; i < 5; ++i) {
+        StudySession s = session(start, 60);
+        s.note = QString::number(i);
+        sessions << s;
+    }
+    sessions.insert(2, session(start.addSecs(-1), 60));
+    const QStringList lines = CsvExport::csvText(sessions).split(QLatin1Char('\n'));
+    ASSERT_EQ(lines.size(), 7);
+    EXPECT_TRUE(lines[1].endsWith(QStringLiteral(",\"\"")));
+    for (int i = 0; i < 5; ++i)
+        EXPECT_TRUE(lines[2 + i].endsWith(QStringLiteral(",\"%1\"").arg(i)))
+            << lines[2 + i].toStdString();
+}
+
+TEST_F(CsvText, MinutesRoundHalvesAwayFromZero) {
+    const std::pair<qint64, const char*> cases[] = {
+        {0, "0"},   {29, "0"},       {30, "1"},  {89, "1"},   {90, "2"},  {149, "2"},
+        {150, "3"}, {86400, "1440"}, {-29, "0"}, {-30, "-1"}, {-90, "-2"}};
+    for (const auto& [seconds, minutes] : cases) {
+        const QString row = CsvExport::csvText({session(utc(2026, 3, 5, 8, 0), seconds)})
+                                .split(QLatin1Char('\n'))
+                                .at(1);
+        EXPECT_EQ(row.section(QLatin1Char(','), 3, 3), QString::fromLatin1(minutes)) << seconds;
+    }
+}
+
+TEST_F(CsvText, IntegersArePlainDecimals) {
+    StudySession s = session(utc(2026, 3, 5, 8, 0), 600);
+    s.plannedMinutes = -5;
+    s.focusRating = 1234567;
+    s.startEnergy = std::numeric_limits<qint64>::min();
+    s.endEnergy = std::numeric_limits<qint64>::max();
+    const QString row = CsvExport::csvText({s}).split(QLatin1Char('\n')).at(1);
+    EXPECT_EQ(row, QStringLiteral("2026-03-05 16:00:00,\"未分类\",-5,10,是,1234567,"
+                                  "-9223372036854775808,9223372036854775807,0,0,0,\"\""));
+}
+
+TEST_F(CsvText, StartTimesFollowTheLocalCalendarAcrossMidnightAndYears) {
+    const std::pair<QDateTime, const char*> cases[] = {
+        {utc(2025, 12, 31, 15, 59, 59), "2025-12-31 23:59:59"},
+        {utc(2025, 12, 31, 16, 0, 0), "2026-01-01 00:00:00"},
+        {utc(2026, 3, 5, 4, 5, 6, 999), "2026-03-05 12:05:06"},
+        {QDateTime(QDate(2026, 7, 1), QTime(9, 0),
+                   QTimeZone(QByteArrayLiteral("America/New_York"))),
+         "2026-07-01 21:00:00"}};
+    for (const auto& [start, text] : cases) {
+        const QString row = CsvExport::csvText({session(start, 60)}).split(QLatin1Char('\n')).at(1);
+        EXPECT_EQ(row.section(QLatin1Char(','), 0, 0), QString::fromLatin1(text));
+    }
+}
+
+// ---------------------------------------------------------------- export through the chooser
+
+class CsvExportTest : public ::testing::Test {
+protected:
+    QTemporaryDir dir;
+    test::FakeFileChooser chooser;
+    QList<StudySession> sessions{
+        plainSession("0A1B2C3D-4E5F-4A6B-8C7D-9E0F1A2B3C4D", utc(2026, 3, 5, 8, 30))};
+
+    QStringList entries() const {
+        return QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
+    }
+};
+
+TEST_F(CsvExportTest, SuggestsTheFileNameAndACsvFilter) {
+    CsvExport::exportSessions(sessions, chooser);
+    ASSERT_EQ(chooser.suggestedNames.size(), 1);
+    EXPECT_EQ(chooser.suggestedNames.first(), QStringLiteral("Quillmere-专注记录.csv"));
+    EXPECT_TRUE(chooser.filters.first().contains(QStringLiteral("*.csv")));
+}
+
+TEST_F(CsvExportTest, CancellingWritesNothing) {
+    chooser.answer = std::nullopt;
+    EXPECT_FALSE(CsvExport::exportSessions(sessions, chooser));
+    chooser.answer = QString();
+    EXPECT_FALSE(CsvExport::exportSessions(sessions, chooser));
+    EXPECT_EQ(entries(), QStringList{});
+}
+
+TEST_F(CsvExportTest, ChosenFileGetsExactlyTheTextInUtf8WithoutBom) {
+    const QString path = dir.path() + QStringLiteral("/导出 记录.csv");
+    chooser.answer = path;
+    ASSERT_TRUE(CsvExport::exportSessions(sessions, chooser));
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QByteArray bytes = f.readAll();
+    EXPECT_EQ(bytes, CsvExport::csvText(sessions).toUtf8());
+    EXPECT_TRUE(bytes.startsWith("开始时间"));
+    EXPECT_EQ(entries(), QStringList{QStringLiteral("导出 记录.csv")});
+}
+
+TEST_F(CsvExportTest, ReplacesAnExistingFile) {
+    const QString path = dir.path() + QStringLiteral("/old.csv");
+    {
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(QByteArray(100000, 'x'));
+    }
+    chooser.answer = path;
+    ASSERT_TRUE(CsvExport::exportSessions({}, chooser));
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_EQ(f.readAll(), kHeader.toUtf8());
+}
+
+TEST_F(CsvExportTest, UnwritableLocationReturnsFalse) {
+    const QString plainFile = dir.path() + QStringLiteral("/plain");
+    {
+        QFile f(plainFile);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    }
+    for (const QString& path : {plainFile + QStringLiteral("/inside.csv"),
+                                dir.path() + QStringLiteral("/missing/folder/x.csv"),
+                                QStringLiteral("/proc/quillmere.csv"), dir.path()}) {
+        chooser.answer = path;
+        EXPECT_FALSE(CsvExport::exportSessions(sessions, chooser)) << path.toStdString();
+    }
+    EXPECT_EQ(entries(), QStringList{QStringLiteral("plain")});
+}
+
+} // namespace
+} // namespace quill
