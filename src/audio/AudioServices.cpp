@@ -1,24 +1,24 @@
 #include "audio/AudioServices.h"
 
+#include "audio/AmbientPlayer.h"
+#include "audio/NamedSoundPlayer.h"
+#include "audio/PreciseTimerScheduler.h"
+#include "audio/SdlAudioDevice.h"
+
 namespace quill {
 
-namespace {
-// Placeholders until the audio engine is wired in.
-class SilentSoundPlayer final : public SoundPlayer {
-public:
-    void play(const QString&) override {}
-};
-class SilentAmbientOutput final : public AmbientOutput {
-public:
-    void setLevels(const AmbientLevels&) override {}
-    bool play() override { return true; }
-    void stop() override {}
-};
-} // namespace
+std::shared_ptr<SoundPlayer> createSoundPlayer() {
+    NamedSoundPlayer::Environment env;
+    env.device = std::make_shared<SdlAudioDevice>();
+    env.scheduler = std::make_shared<PreciseTimerScheduler>();
+    return std::make_shared<NamedSoundPlayer>(std::move(env));
+}
 
-std::shared_ptr<SoundPlayer> createSoundPlayer() { return std::make_shared<SilentSoundPlayer>(); }
 std::shared_ptr<AmbientOutput> createAmbientOutput() {
-    return std::make_shared<SilentAmbientOutput>();
+    AmbientPlayer::Environment env;
+    env.device = std::make_shared<SdlAudioDevice>();
+    env.scheduler = std::make_shared<PreciseTimerScheduler>();
+    return std::make_shared<AmbientPlayer>(std::move(env));
 }
 
 } // namespace quill

@@ -1,0 +1,264 @@
+#include "audio/AmbientPlayer.h"
+
+#include "audio/AudioDevice.h"
+#include "audio/AudioLog.h"
+#include "audio/BrownNoiseGenerator.h"
+#include "audio/LoopingTrack.h"
+#include "audio/SegmentStreamer.h"
+
+#include <QRandomGenerator>
+#include <cmath>
+
+namespace quill {
+
+namespace {
+constexpr std::size_t kRecordingCount = kAmbientSoundCount - 1; // all but the brown noise
+
+bool isRecording(AmbientSound sound) {
+    return sound != AmbientSound::brownNoise;
+}
+} // namespace
+
+AmbientPlayer::AmbientPlayer(Environment environment) : m_env(std::move(environment)) {
+    if (!m_env.streamer)
+        m_env.streamer = std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::threaded);
+    if (!m_env.unitRandom)
+        m_env.unitRandom = [] { return QRandomGenerator::system()->generateDouble(); };
+    if (!m_env.noiseSeed)
+        m_env.noiseSeed = [] { return BrownNoiseGenerator::systemSeed(); };
+    m_noiseLevel.store(0.0f, std::memory_order_relaxed);
+    connectOutput();
+    m_mixer.setMasterVolume(0.0f);
+}
+
+AmbientPlayer::~AmbientPlayer() {
+    m_rampTimer.reset();
+    m_serviceTimer.reset();
+    if (m_env.device)
+        m_env.device->stop();
+    // The decoder must let go of the voices before the tracks are freed.
+    m_env.streamer->shutdown();
+}
+
+bool AmbientPlayer::isEngineRunning() const {
+    return m_env.device && m_env.device->isRunning();
+}
+
+bool AmbientPlayer::hasTrack(AmbientSound sound) const {
+    return m_tracks[indexOf(sound)] != nullptr;
+}
+
+bool AmbientPlayer::isTrackPlaying(AmbientSound sound) const {
+    const auto& t = m_tracks[indexOf(sound)];
+    return t && t->isPlaying();
+}
+
+std::int64_t AmbientPlayer::trackGeneration(AmbientSound sound) const {
+    const auto& t = m_tracks[indexOf(sound)];
+    return t ? t->generation() : -1;
+}
+
+int AmbientPlayer::segmentsScheduled(AmbientSound sound) const {
+    const auto& t = m_tracks[indexOf(sound)];
+    return t ? t->segmentsScheduled() : 0;
+}
+
+std::int64_t AmbientPlayer::lastScheduledStart(AmbientSound sound) const {
+    const auto& t = m_tracks[indexOf(sound)];
+    return t ? t->lastScheduledStart() : -1;
+}
+
+std::int64_t AmbientPlayer::trackLength(AmbientSound sound) const {
+    const auto& t = m_tracks[indexOf(sound)];
+    return t ? t->length() : 0;
+}
+
+void AmbientPlayer::connectOutput() {
+    const double rate = m_env.device ? m_env.device->preferredSampleRate() : 0.0;
+    m_sampleRate = rate > 0 ? rate : 48000.0;
+    m_mixer.setSampleRate(m_sampleRate);
+    m_env.streamer->setOutputRate(m_sampleRate);
+}
+
+void AmbientPlayer::attachNoise() {
+    m_noise = std::make_unique<BrownNoiseGenerator>(float(m_sampleRate), &m_noiseLevel,
+                                                    m_env.noiseSeed());
+    m_mixer.attachNoise(m_noise.get());
+}
+
+LoopingTrack* AmbientPlayer::makeTrack(AmbientSound sound) {
+    const QString raw = rawValue(sound);
+    const QString path = m_env.resources.locate(raw);
+    std::unique_ptr<LoopingTrack> track = path.isEmpty() ? nullptr : LoopingTrack::open(path);
+    if (!track) {
+        qCWarning(lcAudio).noquote() << "Quillmere ambient recording missing: " + raw;
+        return nullptr;
+    }
+    LoopingTrack* t = track.get();
+    m_env.streamer->addVoice(&t->voice(), path);
+    m_mixer.attachVoice(int(indexOf(sound)), &t->voice());
+    m_tracks[indexOf(sound)] = std::move(track);
+    return t;
+}
+
+void AmbientPlayer::startSelectedSources() {
+    if (!isEngineRunning())
+        return;
+    bool queued = false;
+    for (AmbientSound sound : kAllAmbientSounds) {
+        if (!(target(sound) > 0.0f))
+            continue;
+        if (!isRecording(sound)) {
+            if (!m_noise)
+                attachNoise();
+            continue;
+        }
+        LoopingTrack* track = m_tracks[indexOf(sound)].get();
+        if (!track)
+            track = makeTrack(sound);
+        if (!track || track->isPlaying())
+            continue;
+        m_volumes[indexOf(sound)] = 0.0f;
+        track->voice().setVolume(0.0f);
+        track->start();
+        const auto start =
+            static_cast<std::int64_t>(m_env.unitRandom() * 0.95 * double(track->length()));
+        track->schedule(start, track->generation());
+        track->schedule(0, track->generation());
+        queued = true;
+    }
+    if (queued)
+        m_env.streamer->wake();
+}
+
+void AmbientPlayer::startRamp() {
+    if (m_rampTimer || !m_env.scheduler)
+        return;
+    m_rampTimer = m_env.scheduler->every(kRampPeriod, [this] { stepVolumes(); });
+}
+
+void AmbientPlayer::stepVolumes() {
+    const float masterTarget = m_isPlaying ? m_masterSetting : 0.0f;
+    const float coefficient = m_masterVolume < masterTarget ? kMasterRising : kMasterFalling;
+    m_masterVolume += (masterTarget - m_masterVolume) * coefficient;
+    m_mixer.setMasterVolume(m_masterVolume);
+    bool done = std::fabs(masterTarget - m_masterVolume) < 0.0005f;
+
+    for (std::size_t i = 0; i < kRecordingCount; ++i) {
+        LoopingTrack* track = m_tracks[i].get();
+        if (!track || !track->isPlaying())
+            continue;
+        const float goal = m_targets[i];
+        float current = m_volumes[i];
+        current += (goal - current) * kTrackCoefficient;
+        m_volumes[i] = current;
+        track->voice().setVolume(current);
+        if (goal == 0.0f && current < 0.001f)
+            track->stop();
+        else
+            done = done && std::fabs(goal - current) < 0.0005f;
+    }
+
+    if (!m_isPlaying && m_masterVolume < 0.001f) {
+        m_masterVolume = 0.0f;
+        m_mixer.setMasterVolume(0.0f);
+        for (auto& track : m_tracks)
+            if (track)
+                track->stop();
+        stopEngine();
+        m_rampTimer.reset();
+    } else if (done) {
+        m_rampTimer.reset();
+    }
+}
+
+void AmbientPlayer::stopEngine() {
+    m_serviceTimer.reset();
+    if (m_env.device)
+        m_env.device->stop();
+}
+
+void AmbientPlayer::setLevels(const AmbientLevels& levels) {
+    m_targets = levels.sounds;
+    m_masterSetting = levels.master;
+    m_noiseLevel.store(levels.level(AmbientSound::brownNoise), std::memory_order_relaxed);
+    if (m_isPlaying) {
+        startSelectedSources();
+        startRamp();
+    }
+}
+
+bool AmbientPlayer::play() {
+    m_isPlaying = true;
+    if (!isEngineRunning()) {
+        QString error;
+        if (!m_env.device || !m_env.device->start(m_sampleRate, &m_mixer, &error)) {
+            if (!m_env.device)
+                error = QStringLiteral("no audio output");
+            qCWarning(lcAudio).noquote() << "Quillmere ambient engine failed: " + error;
+            m_isPlaying = false;
+            return false;
+        }
+    }
+    if (!m_serviceTimer && m_env.scheduler)
+        m_serviceTimer = m_env.scheduler->every(kServicePeriod, [this] { serviceAudio(); });
+    startSelectedSources();
+    startRamp();
+    return true;
+}
+
+void AmbientPlayer::stop() {
+    m_isPlaying = false;
+    startRamp();
+}
+
+void AmbientPlayer::serviceAudio() {
+    for (AmbientSound sound : kAllAmbientSounds) {
+        LoopingTrack* track = m_tracks[indexOf(sound)].get();
+        if (!track)
+            continue;
+        std::int64_t generation = 0;
+        while (track->voice().takeConsumed(generation))
+            onSegmentConsumed(sound, generation);
+    }
+    if (!m_env.device)
+        return;
+    if (m_env.device->takeEvent() != AudioDevice::Event::none)
+        recoverFromConfigurationChange();
+}
+
+void AmbientPlayer::onSegmentConsumed(AmbientSound sound, std::int64_t generation) {
+    LoopingTrack* track = m_tracks[indexOf(sound)].get();
+    // Completions of flushed or superseded segments must not restart a loop.
+    if (!track || generation != track->generation())
+        return;
+    track->schedule(0, generation);
+    m_env.streamer->wake();
+}
+
+void AmbientPlayer::recoverFromConfigurationChange() {
+    // The old output is gone or changed; nothing may render while the graph is rebuilt.
+    m_env.device->stop();
+    for (auto& track : m_tracks)
+        if (track)
+            track->stop();
+    if (m_noise) {
+        m_mixer.detachNoise();
+        m_noise.reset();
+    }
+    connectOutput();
+    if (!m_isPlaying) {
+        m_serviceTimer.reset();
+        return;
+    }
+    QString error;
+    if (!m_env.device->start(m_sampleRate, &m_mixer, &error)) {
+        qCWarning(lcAudio).noquote() << "Quillmere ambient engine restart failed: " + error;
+        m_serviceTimer.reset();
+        return;
+    }
+    startSelectedSources();
+    startRamp();
+}
+
+} // namespace quill

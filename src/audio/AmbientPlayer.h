@@ -1,0 +1,102 @@
+#pragma once
+
+#include "audio/AmbientMixer.h"
+#include "audio/AmbientResources.h"
+#include "audio/AmbientSound.h"
+#include "store/AmbientOutput.h"
+#include "store/Scheduler.h"
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace quill {
+
+class AudioDevice;
+class BrownNoiseGenerator;
+class LoopingTrack;
+class SegmentStreamer;
+
+/// Plays the ambient mix: up to seven looping recordings and the brown noise, each at its own
+/// level under one master level. Every change of level fades at 60 steps a second; the output
+/// is stopped only after the master level has faded out; a lost or changed output is rebuilt.
+/// Everything here runs on the main thread; the audio thread only renders the mixer.
+class AmbientPlayer final : public AmbientOutput {
+public:
+    /// The outside world of the player, injectable so tests run offline in virtual time.
+    struct Environment {
+        std::shared_ptr<AudioDevice> device;
+        std::shared_ptr<Scheduler> scheduler;
+        /// Decodes the recordings; a threaded one is made when absent.
+        std::shared_ptr<SegmentStreamer> streamer;
+        AmbientResources resources;
+        /// Uniform in [0, 1); the system generator when absent.
+        std::function<double()> unitRandom;
+        /// Seed of each new brown-noise generator; the system generator when absent.
+        std::function<std::uint32_t()> noiseSeed;
+    };
+
+    static constexpr std::chrono::milliseconds kRampPeriod{16};
+    static constexpr std::chrono::milliseconds kServicePeriod{50};
+    static constexpr float kMasterRising = 0.020617843f;     // tau 0.8 s at 60 steps/s
+    static constexpr float kMasterFalling = 0.036359549f;    // tau 0.45 s
+    static constexpr float kTrackCoefficient = 0.054040551f; // tau 0.3 s
+
+    explicit AmbientPlayer(Environment environment);
+    ~AmbientPlayer() override;
+    AmbientPlayer(const AmbientPlayer&) = delete;
+    AmbientPlayer& operator=(const AmbientPlayer&) = delete;
+
+    void setLevels(const AmbientLevels& levels) override;
+    bool play() override;
+    void stop() override;
+
+    /// Handles consumed segments and output changes; runs on a timer while the output runs.
+    void serviceAudio();
+
+    // Inspection, for tests and diagnostics.
+    bool isPlaying() const { return m_isPlaying; }
+    bool isEngineRunning() const;
+    bool isRamping() const { return m_rampTimer != nullptr; }
+    double sampleRate() const { return m_sampleRate; }
+    float masterVolume() const { return m_masterVolume; }
+    float volume(AmbientSound sound) const { return m_volumes[indexOf(sound)]; }
+    bool hasTrack(AmbientSound sound) const;
+    bool isTrackPlaying(AmbientSound sound) const;
+    std::int64_t trackGeneration(AmbientSound sound) const;
+    int segmentsScheduled(AmbientSound sound) const;
+    std::int64_t lastScheduledStart(AmbientSound sound) const;
+    std::int64_t trackLength(AmbientSound sound) const;
+    const BrownNoiseGenerator* noiseGenerator() const { return m_noise.get(); }
+    float noiseLevel() const { return m_noiseLevel.load(std::memory_order_relaxed); }
+
+private:
+    void connectOutput();
+    void attachNoise();
+    LoopingTrack* makeTrack(AmbientSound sound);
+    void startSelectedSources();
+    void startRamp();
+    void stepVolumes();
+    void stopEngine();
+    void recoverFromConfigurationChange();
+    void onSegmentConsumed(AmbientSound sound, std::int64_t generation);
+    float target(AmbientSound sound) const { return m_targets[indexOf(sound)]; }
+
+    Environment m_env;
+    AmbientMixer m_mixer;
+    std::array<std::unique_ptr<LoopingTrack>, kAmbientSoundCount> m_tracks;
+    std::unique_ptr<BrownNoiseGenerator> m_noise;
+    std::atomic<float> m_noiseLevel{0.0f};
+    std::array<float, kAmbientSoundCount> m_targets{};
+    std::array<float, kAmbientSoundCount> m_volumes{};
+    float m_masterSetting = 0.0f;
+    float m_masterVolume = 0.0f;
+    double m_sampleRate = 48000.0;
+    bool m_isPlaying = false;
+    std::unique_ptr<Scheduler::Handle> m_rampTimer;
+    std::unique_ptr<Scheduler::Handle> m_serviceTimer;
+};
+
+} // namespace quill

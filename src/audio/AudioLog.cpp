@@ -1,0 +1,5 @@
+#include "audio/AudioLog.h"
+
+namespace quill {
+Q_LOGGING_CATEGORY(lcAudio, "quill.audio")
+} // namespace quill

@@ -1,0 +1,50 @@
+#include "audio/LoopingTrack.h"
+
+#include <sndfile.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace quill {
+
+std::unique_ptr<LoopingTrack> LoopingTrack::open(const QString& path) {
+    // Only the header is read here; decoding happens on the streamer's thread.
+    SF_INFO info{};
+    SNDFILE* file = sf_open(path.toLocal8Bit().constData(), SFM_READ, &info);
+    if (!file)
+        return nullptr;
+    const bool usable = info.frames >= 1 && info.channels >= 1 && info.samplerate > 0;
+    sf_close(file);
+    if (!usable)
+        return nullptr;
+    return std::unique_ptr<LoopingTrack>(new LoopingTrack(path, info.frames));
+}
+
+LoopingTrack::LoopingTrack(QString path, std::int64_t length)
+    : m_path(std::move(path)), m_length(length), m_voice(std::make_unique<LoopVoice>()) {}
+
+void LoopingTrack::start() {
+    ++m_generation;
+    m_playing = true;
+    m_voice->setGeneration(m_generation);
+}
+
+void LoopingTrack::stop() {
+    ++m_generation;
+    m_playing = false;
+    m_voice->setGeneration(m_generation);
+}
+
+void LoopingTrack::schedule(std::int64_t startFrame, std::int64_t generation) {
+    // A segment counts its frames in 32 bits; longer recordings are clamped.
+    const std::int64_t frames =
+        std::min<std::int64_t>(m_length - startFrame, std::numeric_limits<std::uint32_t>::max());
+    if (frames <= 0)
+        return;
+    if (m_voice->queueSegment({startFrame, frames, generation})) {
+        ++m_segmentsScheduled;
+        m_lastStart = startFrame;
+    }
+}
+
+} // namespace quill

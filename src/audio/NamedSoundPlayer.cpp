@@ -1,0 +1,75 @@
+#include "audio/NamedSoundPlayer.h"
+
+#include "audio/AudioDevice.h"
+#include "audio/AudioLog.h"
+#include "audio/CueMixer.h"
+#include "audio/NamedSoundSynth.h"
+#include "audio/SerialWorker.h"
+
+namespace quill {
+
+NamedSoundPlayer::NamedSoundPlayer(Environment environment) : m_env(std::move(environment)) {
+    std::vector<std::vector<float>> clips;
+    for (const QString& name : NamedSoundSynth::names())
+        clips.push_back(NamedSoundSynth::render(name));
+    clips.push_back(NamedSoundSynth::renderBeep());
+    m_mixer = std::make_unique<CueMixer>(std::move(clips));
+    if (!m_env.runInBackground) {
+        auto worker = std::make_shared<SerialWorker>();
+        m_worker = worker;
+        m_env.runInBackground = [w = worker.get()](std::function<void()> job) {
+            w->post(std::move(job));
+        };
+    }
+}
+
+NamedSoundPlayer::~NamedSoundPlayer() {
+    m_idleTimer.reset();
+    auto device = m_env.device;
+    m_env.runInBackground([device] {
+        if (device)
+            device->stop();
+    });
+    m_worker.reset(); // joins after the stop, before the mixer goes away
+}
+
+int NamedSoundPlayer::slotFor(const QString& name) {
+    const qsizetype i = NamedSoundSynth::names().indexOf(name);
+    return i < 0 ? int(NamedSoundSynth::names().size()) : int(i);
+}
+
+void NamedSoundPlayer::play(const QString& name) {
+    m_mixer->trigger(slotFor(name));
+    openIfNeeded();
+    if (m_env.scheduler) {
+        // Keep the output open a while: cues often come in runs, and reopening costs time.
+        auto device = m_env.device;
+        auto run = m_env.runInBackground;
+        m_idleTimer = m_env.scheduler->after(kIdleClose, [device, run] {
+            run([device] {
+                if (device)
+                    device->stop();
+            });
+        });
+    }
+}
+
+void NamedSoundPlayer::openIfNeeded() {
+    auto device = m_env.device;
+    CueMixer* mixer = m_mixer.get();
+    m_env.runInBackground([device, mixer] {
+        if (!device)
+            return;
+        // A cue output that vanished since the last cue is opened afresh.
+        if (device->isRunning() && device->takeEvent() == AudioDevice::Event::none)
+            return;
+        device->stop();
+        QString error;
+        if (!device->start(NamedSoundSynth::kSampleRate, mixer, &error)) {
+            mixer->discardPending();
+            qCWarning(lcAudio).noquote() << "Quillmere sound output failed: " + error;
+        }
+    });
+}
+
+} // namespace quill

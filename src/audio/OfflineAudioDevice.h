@@ -1,0 +1,48 @@
+#pragma once
+
+#include "audio/AudioDevice.h"
+
+#include <vector>
+
+namespace quill {
+
+/// An output with no hardware: whoever drives it calls render() to pull sound through the
+/// graph. Tests and benchmarks use it; it can be told to refuse to start or to report that
+/// the output went away or changed its rate.
+class OfflineAudioDevice final : public AudioDevice {
+public:
+    double preferredSampleRate() override { return m_preferredRate; }
+    bool start(double sampleRate, AudioRenderer* renderer, QString* error) override;
+    void stop() override;
+    bool isRunning() const override { return m_renderer != nullptr; }
+    Event takeEvent() override;
+
+    /// Renders frames of interleaved stereo, or silence while stopped.
+    const std::vector<float>& render(int frames);
+    /// Interleaved stereo of the last render() call.
+    const std::vector<float>& lastBuffer() const { return m_buffer; }
+
+    void setPreferredSampleRate(double rate) { m_preferredRate = rate; }
+    /// The next starts fail with this description (empty: they succeed again).
+    void setStartFailure(const QString& description) { m_failure = description; }
+    /// The output vanishes: the device stops calling the renderer and reports it once.
+    void simulateRemoval();
+    /// The output switches to rate and reports a format change once.
+    void simulateFormatChange(double rate);
+
+    double runningSampleRate() const { return m_runningRate; }
+    int startCount() const { return m_starts; }
+    int stopCount() const { return m_stops; }
+
+private:
+    double m_preferredRate = 48000.0;
+    double m_runningRate = 0.0;
+    AudioRenderer* m_renderer = nullptr;
+    bool m_lost = false;
+    QString m_failure;
+    Event m_pending = Event::none;
+    std::vector<float> m_buffer;
+    int m_starts = 0, m_stops = 0;
+};
+
+} // namespace quill

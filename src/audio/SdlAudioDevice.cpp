@@ -1,0 +1,139 @@
+#include "audio/SdlAudioDevice.h"
+
+#include "audio/AudioRenderer.h"
+
+#include <SDL.h>
+
+#include <mutex>
+
+namespace quill {
+
+namespace {
+// SDL's subsystem bookkeeping is not thread-safe, and the named sounds open their device
+// from a worker thread.
+std::mutex& sdlMutex() {
+    static std::mutex m;
+    return m;
+}
+
+QString sdlError() {
+    const QString e = QString::fromUtf8(SDL_GetError());
+    return e.isEmpty() ? QStringLiteral("unknown audio error") : e;
+}
+} // namespace
+
+SdlAudioDevice::SdlAudioDevice() = default;
+
+SdlAudioDevice::~SdlAudioDevice() {
+    stop();
+    std::lock_guard lock(sdlMutex());
+    if (m_initialised)
+        SDL_QuitSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS);
+}
+
+bool SdlAudioDevice::ensureInitialised(QString* error) {
+    if (m_initialised)
+        return true;
+    // Qt owns the process's signals; SDL must not install its own quit handlers.
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Quillmere");
+    if (SDL_InitSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS) != 0) {
+        if (error)
+            *error = sdlError();
+        return false;
+    }
+    m_initialised = true;
+    return true;
+}
+
+double SdlAudioDevice::preferredSampleRate() {
+    std::lock_guard lock(sdlMutex());
+    if (!ensureInitialised(nullptr))
+        return 0.0;
+    SDL_AudioSpec spec{};
+    char* name = nullptr;
+    if (SDL_GetDefaultAudioInfo(&name, &spec, 0) != 0)
+        return 0.0;
+    SDL_free(name);
+    return spec.freq > 0 ? double(spec.freq) : 0.0;
+}
+
+bool SdlAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString* error) {
+    stop();
+    std::lock_guard lock(sdlMutex());
+    if (!ensureInitialised(error))
+        return false;
+    SDL_AudioSpec want{};
+    want.freq = int(sampleRate > 0 ? sampleRate : 48000.0);
+    want.format = AUDIO_F32SYS;
+    want.channels = 2;
+    want.samples = 1024;
+    want.callback = &SdlAudioDevice::callback;
+    want.userdata = this;
+    SDL_AudioSpec have{};
+    m_renderer = renderer;
+    // No changes allowed: SDL converts, so the graph keeps the rate it was built for.
+    const SDL_AudioDeviceID device = SDL_OpenAudioDevice(nullptr, 0, &want, &have, 0);
+    if (device == 0) {
+        m_renderer = nullptr;
+        if (error)
+            *error = sdlError();
+        return false;
+    }
+    m_device = device;
+    m_rate = want.freq;
+    m_polls = 0;
+    SDL_FlushEvents(SDL_AUDIODEVICEADDED, SDL_AUDIODEVICEREMOVED);
+    SDL_PauseAudioDevice(m_device, 0);
+    return true;
+}
+
+void SdlAudioDevice::stop() {
+    if (m_device == 0)
+        return;
+    std::lock_guard lock(sdlMutex());
+    // Closing joins SDL's audio thread, so the renderer is never called after this.
+    SDL_CloseAudioDevice(m_device);
+    m_device = 0;
+    m_renderer = nullptr;
+}
+
+AudioDevice::Event SdlAudioDevice::takeEvent() {
+    if (m_device == 0)
+        return Event::none;
+    bool removed = false;
+    {
+        std::lock_guard lock(sdlMutex());
+        SDL_PumpEvents();
+        SDL_Event events[8];
+        int n = 0;
+        while ((n = SDL_PeepEvents(events, 8, SDL_GETEVENT, SDL_AUDIODEVICEREMOVED,
+                                   SDL_AUDIODEVICEREMOVED)) > 0)
+            for (int i = 0; i < n; ++i)
+                if (events[i].adevice.which == m_device && !events[i].adevice.iscapture)
+                    removed = true;
+        SDL_FlushEvent(SDL_AUDIODEVICEADDED);
+        if (SDL_GetAudioDeviceStatus(m_device) == SDL_AUDIO_STOPPED)
+            removed = true;
+    }
+    if (removed)
+        return Event::removed;
+    // The preferred format rarely changes; asking about once a second is plenty.
+    if (++m_polls % 20 == 0) {
+        const double preferred = preferredSampleRate();
+        if (preferred > 0 && preferred != m_rate)
+            return Event::formatChanged;
+    }
+    return Event::none;
+}
+
+void SdlAudioDevice::callback(void* self, std::uint8_t* stream, int length) {
+    auto* device = static_cast<SdlAudioDevice*>(self);
+    const int frames = length / int(2 * sizeof(float));
+    if (device->m_renderer)
+        device->m_renderer->render(reinterpret_cast<float*>(stream), frames);
+    else
+        SDL_memset(stream, 0, std::size_t(length));
+}
+
+} // namespace quill

@@ -1,0 +1,222 @@
+#include "audio/SegmentStreamer.h"
+
+#include <sndfile.h>
+
+#include <algorithm>
+#include <chrono>
+
+namespace quill {
+
+namespace {
+constexpr sf_count_t kBlockFrames = 4096;
+}
+
+struct SegmentStreamer::Stream {
+    LoopVoice* voice = nullptr;
+    QByteArray path;
+
+    std::int64_t generation = -1;
+    bool inSegment = false;
+    LoopVoice::Segment segment;
+    std::int64_t remaining = 0; // source frames of the segment still to read
+    SNDFILE* file = nullptr;
+    int channels = 0;
+    double fileRate = 0.0;
+
+    std::vector<float> block; // decoded source frames, file's channel layout
+    sf_count_t blockFrames = 0, blockPos = 0;
+
+    // Linear interpolation between source frames a and b, continued across segments.
+    float aL = 0, aR = 0, bL = 0, bR = 0;
+    double frac = 2.0; // 2 primes a and b from the first two source frames
+    double step = 1.0;
+
+    ~Stream() { closeFile(); }
+    void closeFile() {
+        if (file)
+            sf_close(file);
+        file = nullptr;
+        blockFrames = blockPos = 0;
+    }
+    void endSegment() {
+        inSegment = false;
+        closeFile();
+    }
+    void resetStream() {
+        endSegment();
+        frac = 2.0;
+        aL = aR = bL = bR = 0.0f;
+    }
+    bool openSegment() {
+        SF_INFO info{};
+        file = sf_open(path.constData(), SFM_READ, &info);
+        if (!file)
+            return false;
+        if (info.channels < 1 || info.samplerate <= 0 ||
+            sf_seek(file, segment.startFrame, SEEK_SET) < 0) {
+            closeFile();
+            return false;
+        }
+        channels = info.channels;
+        fileRate = info.samplerate;
+        block.resize(std::size_t(kBlockFrames) * std::size_t(channels));
+        remaining = segment.frameCount;
+        return true;
+    }
+    /// Next source frame of the current segment; false when it is used up.
+    bool pull(float& l, float& r) {
+        if (blockPos == blockFrames) {
+            if (remaining <= 0 || !file)
+                return false;
+            const sf_count_t want = std::min<sf_count_t>(kBlockFrames, remaining);
+            blockFrames = sf_readf_float(file, block.data(), want);
+            blockPos = 0;
+            if (blockFrames <= 0) {
+                blockFrames = 0;
+                remaining = 0;
+                return false;
+            }
+            remaining -= blockFrames;
+        }
+        const float* f = block.data() + blockPos * channels;
+        l = f[0];
+        r = channels > 1 ? f[1] : f[0];
+        ++blockPos;
+        return true;
+    }
+};
+
+SegmentStreamer::SegmentStreamer(Mode mode) : m_mode(mode) {
+    if (m_mode == Mode::threaded)
+        m_thread = std::thread([this] { run(); });
+}
+
+SegmentStreamer::~SegmentStreamer() {
+    shutdown();
+}
+
+void SegmentStreamer::shutdown() {
+    {
+        std::lock_guard lock(m_mutex);
+        m_quit = true;
+    }
+    m_wakeup.notify_all();
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+void SegmentStreamer::addVoice(LoopVoice* voice, const QString& path) {
+    auto stream = std::make_shared<Stream>();
+    stream->voice = voice;
+    stream->path = path.toLocal8Bit();
+    std::lock_guard lock(m_mutex);
+    m_streams.push_back(std::move(stream));
+}
+
+void SegmentStreamer::wake() {
+    {
+        std::lock_guard lock(m_mutex);
+        m_woken = true;
+    }
+    m_wakeup.notify_all();
+}
+
+void SegmentStreamer::run() {
+    std::unique_lock lock(m_mutex);
+    while (!m_quit) {
+        lock.unlock();
+        service();
+        lock.lock();
+        // The rings hold over a second of sound, so a short nap never lets them run dry.
+        m_wakeup.wait_for(lock, std::chrono::milliseconds(20),
+                          [this] { return m_woken || m_quit; });
+        m_woken = false;
+    }
+}
+
+void SegmentStreamer::service() {
+    std::lock_guard serviceLock(m_serviceMutex);
+    std::vector<std::shared_ptr<Stream>> streams;
+    {
+        std::lock_guard lock(m_mutex);
+        streams = m_streams;
+    }
+    for (auto& s : streams)
+        while (fill(*s)) {
+        }
+}
+
+// Produces at most one chunk; false when there is nothing to do or no room.
+bool SegmentStreamer::fill(Stream& s) {
+    const std::int64_t generation = s.voice->generation();
+    if (generation != s.generation) {
+        if (s.inSegment) {
+            // Tell the audio side the interrupted segment is gone, like a flushed player.
+            LoopVoice::Chunk* marker = s.voice->beginChunk();
+            if (!marker)
+                return false;
+            marker->generation = s.segment.generation;
+            marker->frames = 0;
+            marker->endsSegment = true;
+            s.voice->commitChunk();
+        }
+        s.resetStream();
+        s.generation = generation;
+    }
+
+    LoopVoice::Chunk* chunk = s.voice->beginChunk();
+    if (!chunk)
+        return false;
+
+    while (!s.inSegment) {
+        if (!s.voice->takeSegment(s.segment))
+            return false;
+        if (s.segment.generation != generation) {
+            chunk->generation = s.segment.generation;
+            chunk->frames = 0;
+            chunk->endsSegment = true;
+            s.voice->commitChunk();
+            return true;
+        }
+        // A file that cannot be reopened drops this segment and so ends the loop quietly.
+        if (s.openSegment())
+            s.inSegment = true;
+    }
+
+    const double outputRate = m_outputRate.load(std::memory_order_relaxed);
+    s.step = outputRate > 0 ? s.fileRate / outputRate : 1.0;
+
+    chunk->generation = generation;
+    chunk->endsSegment = false;
+    int frames = 0;
+    while (frames < LoopVoice::kChunkFrames) {
+        bool exhausted = false;
+        while (s.frac >= 1.0) {
+            float l, r;
+            if (!s.pull(l, r)) {
+                exhausted = true;
+                break;
+            }
+            s.aL = s.bL;
+            s.aR = s.bR;
+            s.bL = l;
+            s.bR = r;
+            s.frac -= 1.0;
+        }
+        if (exhausted) {
+            chunk->endsSegment = true;
+            s.endSegment();
+            break;
+        }
+        const float t = float(s.frac);
+        chunk->samples[2 * frames] = s.aL + (s.bL - s.aL) * t;
+        chunk->samples[2 * frames + 1] = s.aR + (s.bR - s.aR) * t;
+        ++frames;
+        s.frac += s.step;
+    }
+    chunk->frames = frames;
+    s.voice->commitChunk();
+    return true;
+}
+
+} // namespace quill
