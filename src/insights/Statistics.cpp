@@ -1,6 +1,7 @@
 #include "insights/Statistics.h"
 
 #include <QCollator>
+#include <QLocale>
 #include <QSet>
 #include <algorithm>
 
@@ -23,6 +24,13 @@ qint64 capacityEstimate(const StudySession& s) {
         return std::max<qint64>(m, 10);
     const auto threeQuarters = static_cast<qint64>(static_cast<double>(m) * 0.75);
     return std::max<qint64>(std::min(m, threeQuarters), 10);
+}
+
+// The C locale collates by code unit and ignores numeric mode, so "b10" would sort before
+// "b2"; a process started with LC_ALL=C still gets the ordering a file browser shows.
+QLocale taskNameLocale() {
+    const QLocale system;
+    return system.language() == QLocale::C ? QLocale(QLocale::Chinese, QLocale::China) : system;
 }
 
 bool qualifiesForGrowth(const StudySession& s) {
@@ -119,7 +127,7 @@ QList<TaskSummary> taskSummaries(const QList<StudySession>& sessions) {
         rows[i].averageFocus =
             rows[i].sessions > 0 ? double(ratingSums[i]) / double(rows[i].sessions) : 0;
 
-    QCollator collator;
+    QCollator collator(taskNameLocale());
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::stable_sort(rows.begin(), rows.end(), [&](const TaskSummary& a, const TaskSummary& b) {

@@ -1,0 +1,99 @@
+#include "SessionBuilder.h"
+#include "insights/Statistics.h"
+
+#include <gtest/gtest.h>
+
+namespace quill {
+namespace {
+
+using test::SessionBuilder;
+
+StudySession taskSession(const std::optional<QString>& name, qint64 seconds, qint64 rating = 4) {
+    SessionBuilder b;
+    if (name)
+        b.task(*name);
+    return b.seconds(seconds).rating(rating);
+}
+
+QStringList names(const QList<TaskSummary>& rows) {
+    QStringList out;
+    for (const TaskSummary& row : rows)
+        out << row.name;
+    return out;
+}
+
+TEST(TaskSummaries, NoSessionsNoRows) {
+    EXPECT_TRUE(Statistics::taskSummaries({}).isEmpty());
+    EXPECT_TRUE(Statistics::taskBreakdownRows({}).isEmpty());
+    EXPECT_EQ(Statistics::taskBreakdownScale({}), 1);
+}
+
+TEST(TaskSummaries, GroupByDisplayNameAndSumRoundedMinutes) {
+    const QList<TaskSummary> rows = Statistics::taskSummaries({
+        taskSession(QStringLiteral("写作"), 89, 5),
+        taskSession(QStringLiteral("  写作\n"), 89, 4),
+        taskSession(std::nullopt, 600, 3),
+        taskSession(QStringLiteral("   "), 1200, 2),
+        taskSession(QStringLiteral("写作"), 29, 3),
+    });
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[0], (TaskSummary{QStringLiteral("未分类"), 30, 2, 2.5}));
+    EXPECT_EQ(rows[1], (TaskSummary{QStringLiteral("写作"), 2, 3, 4.0}));
+}
+
+TEST(TaskSummaries, MoreMinutesFirst) {
+    const QList<TaskSummary> rows = Statistics::taskSummaries(
+        {taskSession(QStringLiteral("a"), 60), taskSession(QStringLiteral("c"), 180),
+         taskSession(QStringLiteral("b"), 120), taskSession(QStringLiteral("a"), 150)});
+    EXPECT_EQ(names(rows), (QStringList{"a", "c", "b"})); // a: 1 + 3 minutes
+}
+
+TEST(TaskSummaries, EqualMinutesSortLikeAFileBrowser) {
+    QList<StudySession> sessions;
+    for (const char* name : {"b10", "B11", "b2", "a", "b1", "Apple", "b02x", "item 100", "Item 20"})
+        sessions << taskSession(QString::fromUtf8(name), 600);
+    EXPECT_EQ(names(Statistics::taskSummaries(sessions)),
+              (QStringList{"a", "Apple", "b1", "b2", "b02x", "b10", "B11", "Item 20", "item 100"}));
+}
+
+TEST(TaskSummaries, NamesEqualIgnoringCaseKeepTheirFirstAppearanceOrder) {
+    const StudySession lower = taskSession(QStringLiteral("task"), 600);
+    const StudySession upper = taskSession(QStringLiteral("Task"), 600);
+    EXPECT_EQ(names(Statistics::taskSummaries({lower, upper})), (QStringList{"task", "Task"}));
+    EXPECT_EQ(names(Statistics::taskSummaries({upper, lower})), (QStringList{"Task", "task"}));
+}
+
+TEST(TaskSummaries, BreakdownTakesTheFirstEightRows) {
+    QList<StudySession> sessions;
+    for (int i = 1; i <= 11; ++i)
+        sessions << taskSession(QStringLiteral("t%1").arg(i), i * 60);
+    const QList<TaskSummary> rows = Statistics::taskBreakdownRows(sessions);
+    ASSERT_EQ(rows.size(), 8);
+    EXPECT_EQ(rows.first().name, QStringLiteral("t11"));
+    EXPECT_EQ(rows.last().name, QStringLiteral("t4"));
+    EXPECT_EQ(Statistics::taskBreakdownScale(sessions), 11);
+}
+
+TEST(TaskSummaries, BreakdownScaleIsAtLeastOne) {
+    const std::pair<qint64, qint64> cases[] = {{0, 1}, {29, 1}, {89, 1}, {90, 2}, {150, 3}};
+    for (const auto& [seconds, scale] : cases)
+        EXPECT_EQ(Statistics::taskBreakdownScale({taskSession(QStringLiteral("x"), seconds)}),
+                  scale)
+            << seconds;
+}
+
+TEST(TaskSessionCount, MatchesTheDisplayNameExactly) {
+    const QList<StudySession> sessions{
+        taskSession(QStringLiteral("Math"), 60), taskSession(QStringLiteral(" Math "), 60),
+        taskSession(QStringLiteral("math"), 60), taskSession(std::nullopt, 60),
+        taskSession(QStringLiteral("\t"), 60),   taskSession(QStringLiteral("未分类"), 60)};
+    EXPECT_EQ(Statistics::taskSessionCount(sessions, QStringLiteral("Math")), 2);
+    EXPECT_EQ(Statistics::taskSessionCount(sessions, QStringLiteral("math")), 1);
+    EXPECT_EQ(Statistics::taskSessionCount(sessions, QStringLiteral("Math ")), 0);
+    EXPECT_EQ(Statistics::taskSessionCount(sessions, QStringLiteral("未分类")), 3);
+    EXPECT_EQ(Statistics::taskSessionCount(sessions, QString()), 0);
+    EXPECT_EQ(Statistics::taskSessionCount({}, QStringLiteral("Math")), 0);
+}
+
+} // namespace
+} // namespace quill
