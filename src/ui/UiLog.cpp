@@ -1,0 +1,5 @@
+#include "UiLog.h"
+
+namespace quill {
+Q_LOGGING_CATEGORY(lcUi, "quillmere.ui")
+}

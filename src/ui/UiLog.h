@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QLoggingCategory>
+
+namespace quill {
+Q_DECLARE_LOGGING_CATEGORY(lcUi)
+}

@@ -1,0 +1,91 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Quillmere
+
+// Confirms abandoning from the review.
+DialogPanel {
+    id: dialog
+    signal cancelChosen()
+    signal confirmChosen()
+    width: 390
+    height: implicitHeight
+    padding: 24
+
+    Column {
+        width: parent.width
+        spacing: 16
+
+        Rectangle {
+            width: 40
+            height: 40
+            radius: 20
+            color: Theme.alpha(Theme.coral, 0.12)
+            SymbolIcon {
+                anchors.centerIn: parent
+                name: "trash.fill"
+                size: 18
+                color: Theme.coral
+            }
+        }
+        Column {
+            width: parent.width
+            spacing: 5
+            Text {
+                text: "放弃这轮专注？"
+                font.pixelSize: 20
+                font.weight: Font.Bold
+                color: Theme.primaryText
+            }
+            Text {
+                width: parent.width
+                text: "本轮时间和事件不会写入统计或历史记录。"
+                font.pixelSize: 11
+                color: Theme.secondaryText
+                wrapMode: Text.WordWrap
+            }
+        }
+        Row {
+            width: parent.width
+            spacing: 10
+            QuillSecondaryButton {
+                objectName: "abandonDialog.cancel"
+                width: (parent.width - parent.spacing) / 2
+                text: "返回复盘"
+                onClicked: dialog.cancelChosen()
+            }
+            AbstractButton {
+                id: confirm
+                objectName: "abandonDialog.confirm"
+                width: (parent.width - parent.spacing) / 2
+                height: 42
+                text: "确认放弃"
+                Accessible.role: Accessible.Button
+                Accessible.name: text
+                onClicked: dialog.confirmChosen()
+                background: Rectangle {
+                    radius: 13
+                    color: Theme.alpha(Theme.coral, confirm.pressed ? 0.78 : 1.0)
+                }
+                contentItem: Item {
+                    Row {
+                        anchors.centerIn: parent
+                        spacing: 6
+                        SymbolIcon {
+                            anchors.verticalCenter: parent.verticalCenter
+                            name: "trash.fill"
+                            size: 13
+                            color: Theme.onAccent
+                        }
+                        Text {
+                            anchors.verticalCenter: parent.verticalCenter
+                            text: confirm.text
+                            font.pixelSize: 13
+                            font.weight: Font.DemiBold
+                            color: Theme.onAccent
+                        }
+                    }
+                }
+            }
+        }
+    }
+}

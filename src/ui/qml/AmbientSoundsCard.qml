@@ -1,0 +1,146 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Quillmere
+
+// Mixes the ambient sounds: status, follow-focus switch, master volume, play/pause, tiles.
+QuillCard {
+    id: card
+    property AppStore store
+    property SettingsBridge settings
+    objectName: "ambient.card"
+    padding: 18
+    implicitHeight: body.implicitHeight + 2 * padding
+
+    AmbientCardViewModel { id: ambient; store: card.store }
+
+    Column {
+        id: body
+        width: parent.width
+        spacing: 16
+
+        // The header is split over two lines: a 350-point column cannot hold it in one.
+        Column {
+            width: parent.width
+            spacing: 12
+            Item {
+                width: parent.width
+                height: 42
+                Rectangle {
+                    id: badge
+                    width: 42
+                    height: 42
+                    radius: 21
+                    color: Theme.alpha(Theme.mint, 0.12)
+                    SymbolIcon {
+                        id: wave
+                        objectName: "ambient.waveform"
+                        anchors.centerIn: parent
+                        name: "waveform"
+                        size: 17
+                        font.weight: Font.DemiBold
+                        color: Theme.mint
+                        // A slow pulse stands in for the variable-colour effect while playing.
+                        SequentialAnimation on opacity {
+                            running: ambient.playing
+                            loops: Animation.Infinite
+                            alwaysRunToEnd: true
+                            NumberAnimation { to: 0.45; duration: 700; easing.type: Easing.InOutSine }
+                            NumberAnimation { to: 1.0; duration: 700; easing.type: Easing.InOutSine }
+                        }
+                    }
+                }
+                Column {
+                    anchors.left: badge.right
+                    anchors.leftMargin: 14
+                    anchors.right: playButton.left
+                    anchors.rightMargin: 10
+                    anchors.verticalCenter: parent.verticalCenter
+                    spacing: 4
+                    Text {
+                        text: "环境音"
+                        font.pixelSize: 15
+                        font.weight: Font.Bold
+                        color: Theme.primaryText
+                    }
+                    Text {
+                        objectName: "ambient.status"
+                        width: parent.width
+                        text: ambient.statusText
+                        font.pixelSize: 11
+                        color: Theme.secondaryText
+                        elide: Text.ElideRight
+                        maximumLineCount: 1
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
+                    }
+                }
+                QuillSecondaryButton {
+                    id: playButton
+                    objectName: "ambient.play"
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: Math.max(implicitWidth, 62)
+                    text: ambient.playTitle
+                    symbol: ambient.playSymbol
+                    onClicked: ambient.togglePlayback()
+                }
+            }
+            Item {
+                width: parent.width
+                height: 20
+                QuillSwitch {
+                    objectName: "ambient.follow"
+                    anchors.left: parent.left
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "随专注播放"
+                    checked: card.settings.ambientFollowsFocus
+                    onToggled: card.settings.ambientFollowsFocus = checked
+                    ToolTip.visible: hovered
+                    ToolTip.text: "开始专注时自动播放，暂停、结束或放弃时自动停下"
+                }
+                Row {
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    spacing: 6
+                    SymbolIcon {
+                        anchors.verticalCenter: parent.verticalCenter
+                        name: "speaker.fill"
+                        size: 11
+                        color: Theme.secondaryText
+                    }
+                    QuillSlider {
+                        objectName: "ambient.master"
+                        width: 92
+                        anchors.verticalCenter: parent.verticalCenter
+                        value: card.settings.ambientMasterVolume
+                        Accessible.name: "环境音总音量"
+                        ToolTip.visible: hovered
+                        ToolTip.text: "环境音总音量"
+                        onMoved: card.settings.ambientMasterVolume = value
+                    }
+                    SymbolIcon {
+                        anchors.verticalCenter: parent.verticalCenter
+                        name: "speaker.wave.2.fill"
+                        size: 11
+                        color: Theme.secondaryText
+                    }
+                }
+            }
+        }
+
+        Grid {
+            id: grid
+            width: parent.width
+            columns: 4
+            columnSpacing: 10
+            rowSpacing: 10
+            Repeater {
+                model: ambient.tiles
+                delegate: AmbientTile {
+                    width: (grid.width - 3 * grid.columnSpacing) / 4
+                    card: ambient
+                }
+            }
+        }
+    }
+}

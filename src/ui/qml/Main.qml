@@ -1,0 +1,118 @@
+import QtQuick
+import QtQuick.Window
+import QtQuick.Shapes
+import Quillmere
+
+// The main window: sidebar, the selected screen over the background gradient, the toast,
+// the round-end dialog and the review sheet. It also owns the tray item and its panel.
+Window {
+    id: root
+    required property AppStore store
+    objectName: "mainWindow"
+    width: 1180
+    height: 790
+    minimumWidth: 1080
+    minimumHeight: 720
+    visible: true
+    title: "Quillmere"
+    color: Theme.background
+
+    ShellViewModel { id: shell; store: root.store }
+    SettingsBridge { id: settingsBridge; store: root.store }
+
+    // Both windows follow the chosen appearance; the palette resolves at draw time.
+    Binding { target: Theme; property: "dark"; value: shell.dark }
+
+    Sidebar {
+        id: sidebar
+        objectName: "sidebar"
+        shell: shell
+        width: 210
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+    }
+
+    Item {
+        id: detail
+        objectName: "detail"
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.left: sidebar.right
+        anchors.right: parent.right
+        clip: true
+
+        Shape {
+            anchors.fill: parent
+            ShapePath {
+                strokeWidth: -1
+                fillGradient: LinearGradient {
+                    x1: 0; y1: 0
+                    x2: detail.width; y2: detail.height
+                    GradientStop { position: 0.0; color: Theme.background }
+                    GradientStop { position: 0.5; color: Theme.gradientMiddle }
+                    GradientStop { position: 1.0; color: Theme.gradientEnd }
+                }
+                startX: 0; startY: 0
+                PathLine { x: detail.width; y: 0 }
+                PathLine { x: detail.width; y: detail.height }
+                PathLine { x: 0; y: detail.height }
+                PathLine { x: 0; y: 0 }
+            }
+        }
+
+        FocusScreen {
+            id: focusScreen
+            objectName: "focusScreen"
+            anchors.fill: parent
+            store: root.store
+            settings: settingsBridge
+            visible: shell.selectedKey === "focus"
+        }
+
+        PlaceholderScreen {
+            objectName: "placeholderScreen"
+            anchors.fill: parent
+            visible: shell.selectedKey !== "focus"
+            sectionTitle: shell.sections[shell.selectedIndex].title
+            sectionSymbol: shell.sections[shell.selectedIndex].symbol
+        }
+
+        Toast {
+            objectName: "toast"
+            shell: shell
+            anchors.horizontalCenter: parent.horizontalCenter
+        }
+    }
+
+    SessionEndDialog {
+        id: endDialog
+        objectName: "endDialog"
+        anchors.fill: parent
+        z: 50
+        shown: shell.endDialogVisible
+        onContinueChosen: shell.continueRound()
+        onReviewChosen: shell.reviewRound()
+        onAbandonChosen: shell.abandonRound()
+    }
+
+    CompletionSheet {
+        id: reviewSheet
+        objectName: "review"
+        store: root.store
+        shown: shell.reviewVisible
+    }
+
+    TrayPanel {
+        id: trayPanel
+        objectName: "trayPanel"
+        store: root.store
+    }
+
+    TrayIcon {
+        objectName: "trayIcon"
+        symbol: shell.traySymbol
+        panel: trayPanel
+        mainWindow: root
+    }
+}

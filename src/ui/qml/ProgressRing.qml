@@ -1,0 +1,60 @@
+import QtQuick
+import Quillmere
+
+// The countdown ring: a hairline track, a faint glow of the phase tint and the gradient arc
+// from 12 o'clock. Repainted only when the progress or a colour changes.
+Canvas {
+    id: ring
+    property real progress: 1.0
+    property real lineWidth: 17
+    property color glowTint: Theme.mint
+    property color trackColor: Theme.hairline
+    property color startColor: Theme.mint
+    property color middleColor: Theme.mintBright
+    property color endColor: Theme.blue
+
+    onProgressChanged: requestPaint()
+    onGlowTintChanged: requestPaint()
+    onTrackColorChanged: requestPaint()
+    onStartColorChanged: requestPaint()
+    onWidthChanged: requestPaint()
+    onHeightChanged: requestPaint()
+
+    onPaint: {
+        var ctx = getContext("2d");
+        ctx.reset();
+        var cx = width / 2, cy = height / 2;
+        var r = Math.min(width, height) / 2 - lineWidth / 2 - 12;
+        var start = -Math.PI / 2;
+        var end = start + 2 * Math.PI * progress;
+
+        ctx.lineWidth = lineWidth;
+        ctx.lineCap = "butt";
+        ctx.strokeStyle = trackColor;
+        ctx.beginPath();
+        ctx.arc(cx, cy, r, 0, 2 * Math.PI, false);
+        ctx.stroke();
+
+        ctx.save();
+        ctx.lineCap = "round";
+        ctx.shadowColor = Theme.alpha(glowTint, 0.5);
+        ctx.shadowBlur = 18;
+        ctx.strokeStyle = Theme.alpha(glowTint, 0.22);
+        ctx.beginPath();
+        ctx.arc(cx, cy, r, start, end, false);
+        ctx.stroke();
+        ctx.restore();
+
+        // The conical gradient runs counter-clockwise, so its stops are listed in reverse
+        // to read mint → bright mint → blue clockwise from the top.
+        var gradient = ctx.createConicalGradient(cx, cy, Math.PI / 2);
+        gradient.addColorStop(0.0, endColor);
+        gradient.addColorStop(0.5, middleColor);
+        gradient.addColorStop(1.0, startColor);
+        ctx.lineCap = "round";
+        ctx.strokeStyle = gradient;
+        ctx.beginPath();
+        ctx.arc(cx, cy, r, start, end, false);
+        ctx.stroke();
+    }
+}

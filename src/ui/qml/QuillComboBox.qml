@@ -1,0 +1,75 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Quillmere
+
+// The task picker: the chosen entry on the neutral fill, the list in a themed popup.
+ComboBox {
+    id: box
+    implicitHeight: 36
+    font.pixelSize: 13
+    opacity: enabled ? 1.0 : 0.45
+    Accessible.name: displayText
+
+    background: Rectangle {
+        radius: 10
+        color: Theme.palette.neutralFill(0.055)
+        border.width: 1
+        border.color: Theme.hairline
+    }
+    contentItem: Text {
+        leftPadding: 10
+        rightPadding: box.indicator.width + 6
+        text: box.displayText
+        font: box.font
+        color: Theme.primaryText
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+    }
+    indicator: SymbolIcon {
+        x: box.width - width - 8
+        anchors.verticalCenter: parent.verticalCenter
+        name: "chevron.right"
+        rotation: 90
+        size: 14
+        color: Theme.secondaryText
+    }
+    delegate: ItemDelegate {
+        id: option
+        required property var modelData
+        required property int index
+        width: box.width
+        height: 32
+        highlighted: box.highlightedIndex === index
+        Accessible.name: modelData
+        contentItem: Text {
+            text: option.modelData
+            font.pixelSize: 13
+            color: Theme.primaryText
+            verticalAlignment: Text.AlignVCenter
+            elide: Text.ElideRight
+        }
+        background: Rectangle {
+            radius: 7
+            color: option.highlighted ? Theme.alpha(Theme.mint, 0.18) : "transparent"
+        }
+    }
+    popup: Popup {
+        y: box.height + 4
+        width: box.width
+        implicitHeight: Math.min(list.contentHeight + 12, 260)
+        padding: 6
+        background: Rectangle {
+            radius: 12
+            color: Theme.background
+            border.width: 1
+            border.color: Theme.hairline
+        }
+        contentItem: ListView {
+            id: list
+            clip: true
+            implicitHeight: contentHeight
+            model: box.popup.visible ? box.delegateModel : null
+            currentIndex: box.highlightedIndex
+        }
+    }
+}

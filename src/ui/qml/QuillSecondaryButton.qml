@@ -1,0 +1,50 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Quillmere
+
+// Quiet button: 14 medium on the neutral fill, radius 13, hairline outline, at least 42 tall.
+AbstractButton {
+    id: control
+    property string symbol: ""
+    property color textColor: Theme.primaryText
+    implicitHeight: 42
+    implicitWidth: Math.max(row.implicitWidth + leftPadding + rightPadding, implicitHeight)
+    leftPadding: text === "" ? 0 : 16
+    rightPadding: text === "" ? 0 : 16
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    opacity: enabled ? 1.0 : 0.45
+
+    contentItem: Item {
+        implicitWidth: row.implicitWidth
+        implicitHeight: row.implicitHeight
+        Row {
+            id: row
+            anchors.centerIn: parent
+            spacing: 6
+            SymbolIcon {
+                name: control.symbol
+                visible: control.symbol !== ""
+                size: 14
+                color: control.textColor
+                anchors.verticalCenter: parent.verticalCenter
+            }
+            Text {
+                text: control.text
+                visible: control.text !== ""
+                font.pixelSize: 14
+                font.weight: Font.Medium
+                color: control.textColor
+                anchors.verticalCenter: parent.verticalCenter
+            }
+        }
+    }
+    background: Rectangle {
+        radius: 13
+        color: Theme.palette.neutralFill(control.pressed ? 0.13 : 0.08)
+        border.width: 1
+        border.color: Theme.hairline
+    }
+}

@@ -1,0 +1,40 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Quillmere
+
+// A slim 0…1 slider in a tint.
+Slider {
+    id: slider
+    property color tint: Theme.mint
+    property real trackHeight: 3
+    property real handleSize: 12
+    from: 0
+    to: 1
+    implicitHeight: handleSize + 6
+    padding: 0
+
+    background: Rectangle {
+        x: slider.leftPadding
+        y: slider.topPadding + slider.availableHeight / 2 - height / 2
+        width: slider.availableWidth
+        height: slider.trackHeight
+        radius: height / 2
+        color: Theme.palette.neutralFill(0.09)
+        Rectangle {
+            width: slider.visualPosition * parent.width
+            height: parent.height
+            radius: height / 2
+            color: slider.tint
+        }
+    }
+    handle: Rectangle {
+        x: slider.leftPadding + slider.visualPosition * (slider.availableWidth - width)
+        y: slider.topPadding + slider.availableHeight / 2 - height / 2
+        width: slider.handleSize
+        height: slider.handleSize
+        radius: width / 2
+        color: "#FFFFFF"
+        border.width: 1
+        border.color: Theme.alpha(slider.tint, 0.6)
+    }
+}

@@ -1,0 +1,39 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Quillmere
+
+// A small switch with its title at the left.
+Switch {
+    id: control
+    spacing: 6
+    padding: 0
+    Accessible.name: text
+    font.pixelSize: 11
+    font.weight: Font.Medium
+
+    indicator: Rectangle {
+        x: control.width - width
+        anchors.verticalCenter: parent.verticalCenter
+        width: 30
+        height: 17
+        radius: height / 2
+        color: control.checked ? Theme.mint : Theme.palette.neutralFill(0.16)
+        Behavior on color { ColorAnimation { duration: 120 } }
+        Rectangle {
+            x: control.checked ? parent.width - width - 2 : 2
+            anchors.verticalCenter: parent.verticalCenter
+            width: 13
+            height: 13
+            radius: width / 2
+            color: "#FFFFFF"
+            Behavior on x { NumberAnimation { duration: 120; easing.type: Easing.OutQuad } }
+        }
+    }
+    contentItem: Text {
+        rightPadding: control.indicator.width + control.spacing
+        text: control.text
+        font: control.font
+        color: Theme.secondaryText
+        verticalAlignment: Text.AlignVCenter
+    }
+}

@@ -1,0 +1,143 @@
+import QtQuick
+import QtQuick.Window
+import QtQuick.Controls.Basic
+import Quillmere
+
+// The tray item's panel: the round at a glance with its main controls, and ambient sound.
+Window {
+    id: panel
+    property AppStore store
+    flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
+    width: 270
+    height: content.implicitHeight + 32
+    visible: false
+    color: Theme.background
+    title: "Quillmere"
+
+    MenuBarViewModel { id: menu; store: panel.store }
+
+    Rectangle {
+        anchors.fill: parent
+        color: "transparent"
+        border.width: 1
+        border.color: Theme.hairline
+    }
+
+    Column {
+        id: content
+        x: 16
+        y: 16
+        width: parent.width - 32
+        spacing: 14
+
+        Row {
+            spacing: 8
+            SymbolIcon {
+                anchors.verticalCenter: parent.verticalCenter
+                name: menu.headerSymbol
+                size: 15
+                color: Theme.mint
+            }
+            Text {
+                objectName: "tray.title"
+                anchors.verticalCenter: parent.verticalCenter
+                text: menu.title
+                font.pixelSize: 14
+                font.weight: Font.DemiBold
+                color: Theme.primaryText
+            }
+        }
+
+        Column {
+            visible: menu.active
+            width: parent.width
+            spacing: 10
+            Text {
+                objectName: "tray.time"
+                text: menu.timeLine
+                font.pixelSize: 30
+                font.weight: Font.Bold
+                color: Theme.primaryText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            Row {
+                spacing: 8
+                QuillSecondaryButton {
+                    objectName: "tray.skip"
+                    visible: menu.microBreak
+                    text: "现在继续"
+                    onClicked: menu.skipMicroBreak()
+                }
+                QuillSecondaryButton {
+                    objectName: "tray.pause"
+                    visible: !menu.microBreak
+                    text: menu.pauseTitle
+                    onClicked: menu.togglePause()
+                }
+                QuillSecondaryButton {
+                    objectName: "tray.wander"
+                    visible: !menu.microBreak
+                    text: "我走神了"
+                    onClicked: menu.recordMindWander()
+                }
+            }
+        }
+
+        Column {
+            visible: !menu.active
+            width: parent.width
+            spacing: 10
+            Text {
+                width: parent.width
+                text: "准备好时，开始一轮安静的专注。"
+                font.pixelSize: 11
+                color: Theme.secondaryText
+                wrapMode: Text.WordWrap
+            }
+            QuillPrimaryButton {
+                objectName: "tray.start"
+                implicitHeight: 38
+                text: menu.startTitle
+                onClicked: menu.start()
+            }
+        }
+
+        Rectangle {
+            width: parent.width
+            height: 1
+            color: Theme.hairline
+        }
+
+        Item {
+            width: parent.width
+            height: ambientButton.height
+            Row {
+                anchors.left: parent.left
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 7
+                SymbolIcon {
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: "waveform"
+                    size: 14
+                    color: Theme.mint
+                }
+                Text {
+                    objectName: "tray.ambientLabel"
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: menu.ambientLabel
+                    font.pixelSize: 13
+                    color: Theme.primaryText
+                }
+            }
+            QuillSecondaryButton {
+                id: ambientButton
+                objectName: "tray.ambient"
+                anchors.right: parent.right
+                implicitHeight: 32
+                text: menu.ambientButtonTitle
+                onClicked: menu.toggleAmbient()
+            }
+        }
+    }
+}

@@ -1,0 +1,112 @@
+#include "TrayIcon.h"
+
+#include "MainWindowRestorer.h"
+#include "PanelPlacement.h"
+#include "TrayIconArt.h"
+#include "ui/theme/AdaptiveColor.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QPixmap>
+#include <QScreen>
+#include <QSystemTrayIcon>
+
+namespace quill {
+
+TrayIcon::TrayIcon(QObject* parent) : QObject(parent), m_tray(std::make_unique<QSystemTrayIcon>()) {
+    updateIcon();
+    m_tray->setToolTip(m_toolTip);
+    connect(m_tray.get(), &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
+                    activate();
+            });
+    // Without a tray host (plain X servers, the offscreen platform) there is nothing to show.
+    if (QSystemTrayIcon::isSystemTrayAvailable())
+        m_tray->show();
+}
+
+TrayIcon::~TrayIcon() = default;
+
+void TrayIcon::setSymbol(const QString& symbol) {
+    if (m_symbol == symbol)
+        return;
+    m_symbol = symbol;
+    updateIcon();
+    Q_EMIT symbolChanged();
+}
+
+void TrayIcon::setToolTip(const QString& tip) {
+    if (m_toolTip == tip)
+        return;
+    m_toolTip = tip;
+    m_tray->setToolTip(tip);
+    Q_EMIT toolTipChanged();
+}
+
+void TrayIcon::setPanel(QQuickWindow* panel) {
+    if (m_panel == panel)
+        return;
+    if (m_panel)
+        disconnect(m_panel, nullptr, this, nullptr);
+    m_panel = panel;
+    if (m_panel)
+        connect(m_panel, &QWindow::activeChanged, this, &TrayIcon::onPanelActiveChanged);
+    Q_EMIT panelChanged();
+}
+
+void TrayIcon::setMainWindow(QQuickWindow* window) {
+    if (m_mainWindow == window)
+        return;
+    m_mainWindow = window;
+    Q_EMIT mainWindowChanged();
+}
+
+void TrayIcon::updateIcon() {
+    QIcon icon;
+    // The tray draws on both light and dark panels: the running round's leaf is mint,
+    // the idle outline a light neutral that reads on either.
+    const QColor color =
+        m_symbol.endsWith(QLatin1String(".fill")) ? colorFromRgb(0x78D7B2) : colorFromRgb(0xC9D4D0);
+    for (int size : {16, 22, 24, 32, 48, 64})
+        icon.addPixmap(QPixmap::fromImage(trayIconImage(m_symbol, size, color)));
+    m_tray->setIcon(icon);
+}
+
+void TrayIcon::activate() {
+    if (m_mainWindow && (m_mainWindow->windowStates() & Qt::WindowMinimized))
+        restoreWindow(m_mainWindow);
+    if (!m_panel)
+        return;
+    if (m_panel->isVisible()) {
+        m_panel->hide();
+        return;
+    }
+    showPanel();
+}
+
+void TrayIcon::showPanel() {
+    const QPoint cursor = QCursor::pos();
+    QScreen* screen = QGuiApplication::screenAt(cursor);
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    const QRect available = screen ? screen->availableGeometry() : QRect();
+    m_panel->setPosition(panelPosition(cursor, m_panel->size(), available));
+    m_panelWasActive = false;
+    m_panel->show();
+    m_panel->raise();
+    m_panel->requestActivate();
+}
+
+void TrayIcon::onPanelActiveChanged() {
+    // Like a popover: clicking elsewhere closes it, once it has actually held the focus.
+    if (!m_panel)
+        return;
+    if (m_panel->isActive())
+        m_panelWasActive = true;
+    else if (m_panelWasActive && m_panel->isVisible())
+        m_panel->hide();
+}
+
+} // namespace quill

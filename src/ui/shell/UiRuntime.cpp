@@ -1,0 +1,53 @@
+#include "UiRuntime.h"
+
+#include "MainWindowRestorer.h"
+#include "store/AppStore.h"
+#include "ui/UiLog.h"
+
+#include <QFont>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+
+namespace quill {
+
+UiRuntime::UiRuntime(Services services, QObject* parent)
+    : QObject(parent), m_store(std::make_unique<AppStore>(std::move(services))) {}
+
+UiRuntime::~UiRuntime() {
+    // Windows go first so no binding reads the store while it is torn down.
+    m_engine.reset();
+}
+
+void UiRuntime::prepareApplication() {
+    QFont font(QStringLiteral("Noto Sans CJK SC"));
+    font.setStyleHint(QFont::SansSerif);
+    QGuiApplication::setFont(font);
+    // The screens draw their own controls; the Basic style keeps platform styles out.
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+}
+
+QString UiRuntime::mainQmlUrl() {
+    return QStringLiteral("qrc:/qt/qml/Quillmere/Main.qml");
+}
+
+bool UiRuntime::load() {
+    m_engine = std::make_unique<QQmlApplicationEngine>();
+    m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    m_engine->setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(m_store.get())}});
+    m_engine->load(QUrl(mainQmlUrl()));
+    const auto roots = m_engine->rootObjects();
+    if (roots.isEmpty()) {
+        qCWarning(lcUi) << "The main window could not be loaded.";
+        return false;
+    }
+    m_mainWindow = qobject_cast<QQuickWindow*>(roots.first());
+    return m_mainWindow != nullptr;
+}
+
+void UiRuntime::bringToFront() {
+    restoreWindow(m_mainWindow);
+}
+
+} // namespace quill

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QtQml/qqmlregistration.h>
+
+namespace quill {
+
+/// The one mapping from the symbol names the screens use ("leaf.fill", "scope", ...) onto
+/// glyphs of the Material Icons font. Outline and filled variants that the font does not
+/// distinguish share a glyph; `isOutline()` tells a renderer to stroke instead of fill.
+class Symbols : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    /// The font family the glyphs come from.
+    Q_PROPERTY(QString fontFamily READ fontFamily CONSTANT)
+
+public:
+    explicit Symbols(QObject* parent = nullptr) : QObject(parent) {}
+
+    static QString fontFamily() { return QStringLiteral("Material Icons"); }
+    /// The glyph for a symbol name; empty (and one warning) for a name not in the table.
+    Q_INVOKABLE static QString glyph(const QString& name);
+    /// True for names the table knows.
+    static bool contains(const QString& name);
+    /// True for the outline-only names ("leaf") that share a glyph with their filled form.
+    static bool isOutline(const QString& name);
+    /// Every name in the table, in table order.
+    static QStringList names();
+};
+
+} // namespace quill

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "StoreViewModel.h"
+
+#include <QVariantList>
+
+namespace quill {
+
+/// The main window around the screens: sidebar sections, today card, appearance switch,
+/// toast line, the end dialog's choices and the flags that show the dialog and the sheet.
+class ShellViewModel : public StoreViewModel {
+    Q_OBJECT
+    QML_ELEMENT
+    /// The four sections: maps with "key", "title" and "symbol", in sidebar order.
+    Q_PROPERTY(QVariantList sections READ sections CONSTANT)
+    /// Index of the section shown.
+    Q_PROPERTY(int selectedIndex READ selectedIndex NOTIFY sectionChanged)
+    /// Key of the section shown ("focus", "insights", "history", "settings").
+    Q_PROPERTY(QString selectedKey READ selectedKey NOTIFY sectionChanged)
+    /// A round is running (the focus row's dot, the tray's filled leaf).
+    Q_PROPERTY(bool sessionActive READ sessionActive NOTIFY activeChanged)
+    /// Today's minutes, as a bare number.
+    Q_PROPERTY(QString todayMinutesValue READ todayMinutesValue NOTIFY todayChanged)
+    /// Today's round count, as a bare number.
+    Q_PROPERTY(QString todaySessionsValue READ todaySessionsValue NOTIFY todayChanged)
+    /// "连续 N 天", or "从今天开始" without a streak.
+    Q_PROPERTY(QString streakLine READ streakLine NOTIFY todayChanged)
+    /// The dark appearance is chosen (dark or unset).
+    Q_PROPERTY(bool dark READ dark NOTIFY appearanceChanged)
+    /// The appearance button's label.
+    Q_PROPERTY(QString appearanceLabel READ appearanceLabel NOTIFY appearanceChanged)
+    /// Its symbol.
+    Q_PROPERTY(QString appearanceSymbol READ appearanceSymbol NOTIFY appearanceChanged)
+    /// Its tint name.
+    Q_PROPERTY(QString appearanceTint READ appearanceTint NOTIFY appearanceChanged)
+    /// The toast is shown.
+    Q_PROPERTY(bool toastVisible READ toastVisible NOTIFY toastChanged)
+    /// The toast's text; keeps the last message while the toast fades out.
+    Q_PROPERTY(QString toastText READ toastText NOTIFY toastChanged)
+    /// The round-end dialog is shown.
+    Q_PROPERTY(bool endDialogVisible READ endDialogVisible NOTIFY overlaysChanged)
+    /// The review sheet is shown.
+    Q_PROPERTY(bool reviewVisible READ reviewVisible NOTIFY overlaysChanged)
+    /// The tray icon's symbol: "leaf.fill" during a round, else "leaf".
+    Q_PROPERTY(QString traySymbol READ traySymbol NOTIFY activeChanged)
+
+public:
+    explicit ShellViewModel(QObject* parent = nullptr);
+
+    static QVariantList sections();
+    int selectedIndex() const { return m_selectedIndex; }
+    QString selectedKey() const;
+    bool sessionActive() const { return m_sessionActive; }
+    QString todayMinutesValue() const { return m_todayMinutes; }
+    QString todaySessionsValue() const { return m_todaySessions; }
+    QString streakLine() const { return m_streakLine; }
+    bool dark() const { return m_dark; }
+    QString appearanceLabel() const;
+    QString appearanceSymbol() const;
+    QString appearanceTint() const;
+    bool toastVisible() const { return m_toastVisible; }
+    QString toastText() const { return m_toastText; }
+    bool endDialogVisible() const { return m_endDialogVisible; }
+    bool reviewVisible() const { return m_reviewVisible; }
+    QString traySymbol() const;
+
+    Q_INVOKABLE void selectSection(int index);
+    Q_INVOKABLE void toggleAppearance();
+    /// The end dialog's continue choice, also the scrim behind it.
+    Q_INVOKABLE void continueRound();
+    /// The end dialog's review choice.
+    Q_INVOKABLE void reviewRound();
+    /// The end dialog's abandon choice.
+    Q_INVOKABLE void abandonRound();
+
+Q_SIGNALS:
+    void sectionChanged();
+    void activeChanged();
+    void todayChanged();
+    void appearanceChanged();
+    void toastChanged();
+    void overlaysChanged();
+
+protected:
+    void connectStore(AppStore* store) override;
+    void refreshAll() override;
+
+private:
+    void refreshSection();
+    void refreshActive();
+    void refreshToday();
+    void refreshAppearance();
+    void refreshToast();
+    void refreshOverlays();
+
+    int m_selectedIndex = 0;
+    bool m_sessionActive = false;
+    QString m_todayMinutes, m_todaySessions, m_streakLine;
+    bool m_dark = true;
+    bool m_toastVisible = false;
+    QString m_toastText;
+    bool m_endDialogVisible = false;
+    bool m_reviewVisible = false;
+};
+
+} // namespace quill
