@@ -41,11 +41,11 @@ QuillCard {
                         color: Theme.mint
                         // A slow pulse stands in for the variable-colour effect while playing.
                         SequentialAnimation on opacity {
-                            running: ambient.playing
+                            running: ambient.playing && Theme.motion > 0
                             loops: Animation.Infinite
                             alwaysRunToEnd: true
-                            NumberAnimation { to: 0.45; duration: 700; easing.type: Easing.InOutSine }
-                            NumberAnimation { to: 1.0; duration: 700; easing.type: Easing.InOutSine }
+                            NumberAnimation { to: 0.45; duration: 700 * Theme.motion; easing.type: Easing.InOutSine }
+                            NumberAnimation { to: 1.0; duration: 700 * Theme.motion; easing.type: Easing.InOutSine }
                         }
                     }
                 }

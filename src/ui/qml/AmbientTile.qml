@@ -22,8 +22,8 @@ Rectangle {
                     : Theme.palette.adaptive(0xFFFFFF, 0x14211C, 0.035, 0.02975)
     border.width: 1
     border.color: selected ? Theme.alpha(tintColor, 0.35) : Theme.hairline
-    Behavior on color { ColorAnimation { duration: 150; easing.type: Easing.OutQuad } }
-    Behavior on border.color { ColorAnimation { duration: 150; easing.type: Easing.OutQuad } }
+    Behavior on color { ColorAnimation { duration: 150 * Theme.motion; easing.type: Easing.OutQuad } }
+    Behavior on border.color { ColorAnimation { duration: 150 * Theme.motion; easing.type: Easing.OutQuad } }
 
     Column {
         id: column

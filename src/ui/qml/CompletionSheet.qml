@@ -26,11 +26,11 @@ Popup {
     }
 
     enter: Transition {
-        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: 180; easing.type: Easing.OutQuad }
-        NumberAnimation { property: "scale"; from: 0.96; to: 1; duration: 180; easing.type: Easing.OutQuad }
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: 180 * Theme.motion; easing.type: Easing.OutQuad }
+        NumberAnimation { property: "scale"; from: 0.96; to: 1; duration: 180 * Theme.motion; easing.type: Easing.OutQuad }
     }
     exit: Transition {
-        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: 150; easing.type: Easing.OutQuad }
+        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: 150 * Theme.motion; easing.type: Easing.OutQuad }
     }
 
     background: Rectangle {
@@ -242,9 +242,9 @@ Popup {
             z: 10
             readonly property bool shown: review.showAbandonConfirmation
             opacity: shown ? 1 : 0
-            visible: opacity > 0
+            visible: shown || opacity > 0
             enabled: shown
-            Behavior on opacity { NumberAnimation { duration: 180; easing.type: Easing.OutQuad } }
+            Behavior on opacity { NumberAnimation { duration: 180 * Theme.motion; easing.type: Easing.OutQuad } }
 
             Rectangle {
                 objectName: "abandonDialog.scrim"
@@ -261,7 +261,7 @@ Popup {
                 objectName: "abandonDialog.panel"
                 anchors.centerIn: parent
                 scale: abandonLayer.shown ? 1.0 : 0.96
-                Behavior on scale { NumberAnimation { duration: 180; easing.type: Easing.OutQuad } }
+                Behavior on scale { NumberAnimation { duration: 180 * Theme.motion; easing.type: Easing.OutQuad } }
                 onCancelChosen: review.showAbandonConfirmation = false
                 onConfirmChosen: review.confirmAbandon()
             }

@@ -91,7 +91,7 @@ QuillCard {
                 spacing: 8
                 visible: card.controls.showTaskCreator
                 opacity: visible ? 1 : 0
-                Behavior on opacity { NumberAnimation { duration: 180; easing.type: Easing.InOutQuad } }
+                Behavior on opacity { NumberAnimation { duration: 180 * Theme.motion; easing.type: Easing.InOutQuad } }
                 QuillTextField {
                     id: newTaskField
                     objectName: "control.newTaskField"

@@ -17,7 +17,7 @@ AbstractButton {
     Accessible.name: text
     opacity: enabled ? 1.0 : 0.45
     scale: pressed ? 0.98 : 1.0
-    Behavior on scale { NumberAnimation { duration: 120; easing.type: Easing.OutQuad } }
+    Behavior on scale { NumberAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }
 
     contentItem: Item {
         implicitWidth: row.implicitWidth
@@ -45,6 +45,6 @@ AbstractButton {
     background: Rectangle {
         radius: 14
         color: Theme.alpha(control.tint, control.pressed ? 0.78 : 1.0)
-        Behavior on color { ColorAnimation { duration: 120; easing.type: Easing.OutQuad } }
+        Behavior on color { ColorAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }
     }
 }

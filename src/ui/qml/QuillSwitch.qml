@@ -18,7 +18,7 @@ Switch {
         height: 17
         radius: height / 2
         color: control.checked ? Theme.mint : Theme.palette.neutralFill(0.16)
-        Behavior on color { ColorAnimation { duration: 120 } }
+        Behavior on color { ColorAnimation { duration: 120 * Theme.motion } }
         Rectangle {
             x: control.checked ? parent.width - width - 2 : 2
             anchors.verticalCenter: parent.verticalCenter
@@ -26,7 +26,7 @@ Switch {
             height: 13
             radius: width / 2
             color: "#FFFFFF"
-            Behavior on x { NumberAnimation { duration: 120; easing.type: Easing.OutQuad } }
+            Behavior on x { NumberAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }
         }
     }
     contentItem: Text {

@@ -53,7 +53,7 @@ Column {
                     background: Rectangle {
                         radius: 8
                         color: segment.level <= row.value ? row.tint : Theme.palette.neutralFill(0.07)
-                        Behavior on color { ColorAnimation { duration: 120 } }
+                        Behavior on color { ColorAnimation { duration: 120 * Theme.motion } }
                     }
                 }
             }

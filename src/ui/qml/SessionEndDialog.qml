@@ -12,9 +12,9 @@ Item {
     signal abandonChosen()
 
     opacity: shown ? 1 : 0
-    visible: opacity > 0
+    visible: shown || opacity > 0
     enabled: shown
-    Behavior on opacity { NumberAnimation { duration: 180; easing.type: Easing.OutQuad } }
+    Behavior on opacity { NumberAnimation { duration: 180 * Theme.motion; easing.type: Easing.OutQuad } }
 
     Rectangle {
         objectName: "endDialog.scrim"
@@ -36,7 +36,7 @@ Item {
         height: implicitHeight
         padding: 26
         scale: layer.shown ? 1.0 : 0.96
-        Behavior on scale { NumberAnimation { duration: 180; easing.type: Easing.OutQuad } }
+        Behavior on scale { NumberAnimation { duration: 180 * Theme.motion; easing.type: Easing.OutQuad } }
 
         Column {
             width: parent.width

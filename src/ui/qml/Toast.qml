@@ -8,7 +8,7 @@ Rectangle {
     readonly property bool shown: shell.toastVisible
     y: shown ? 12 : -height - 4
     opacity: shown ? 1 : 0
-    visible: opacity > 0
+    visible: shown || opacity > 0
     width: row.implicitWidth + 32
     height: row.implicitHeight + 22
     radius: height / 2
@@ -18,8 +18,8 @@ Rectangle {
     Accessible.role: Accessible.AlertMessage
     Accessible.name: shell.toastText
 
-    Behavior on y { NumberAnimation { duration: 220; easing.type: Easing.InOutQuad } }
-    Behavior on opacity { NumberAnimation { duration: 220; easing.type: Easing.InOutQuad } }
+    Behavior on y { NumberAnimation { duration: 220 * Theme.motion; easing.type: Easing.InOutQuad } }
+    Behavior on opacity { NumberAnimation { duration: 220 * Theme.motion; easing.type: Easing.InOutQuad } }
 
     // A thin material stand-in: the background colour under a translucent panel.
     Rectangle {

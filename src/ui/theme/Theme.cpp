@@ -6,7 +6,16 @@
 
 namespace quill {
 
-Theme::Theme(QObject* parent) : QObject(parent), m_palette(new ThemePalette(this)) {
+namespace {
+double g_defaultMotion = 1.0;
+} // namespace
+
+void Theme::setDefaultMotion(double motion) {
+    g_defaultMotion = std::max(0.0, motion);
+}
+
+Theme::Theme(QObject* parent)
+    : QObject(parent), m_palette(new ThemePalette(this)), m_motion(g_defaultMotion) {
     m_palette->setAppearance(m_appearance);
 }
 

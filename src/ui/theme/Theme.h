@@ -48,6 +48,9 @@ class Theme : public QObject {
     Q_PROPERTY(QColor hairline READ hairline NOTIFY appearanceChanged)
     /// Text on mint and coral fills.
     Q_PROPERTY(QColor onAccent READ onAccent NOTIFY appearanceChanged)
+    /// Multiplier of every animation's duration: 1 in the app, 0 where frames are checked
+    /// one by one (tests, screenshots), which makes every change land at once.
+    Q_PROPERTY(double motion READ motion CONSTANT)
 
 public:
     explicit Theme(QObject* parent = nullptr);
@@ -73,6 +76,10 @@ public:
     QColor hairline() const;
     QColor onAccent() const;
 
+    double motion() const { return m_motion; }
+    /// The motion of themes created from now on.
+    static void setDefaultMotion(double motion);
+
     /// `color` with its opacity replaced by `opacity` (0…1).
     Q_INVOKABLE static QColor alpha(const QColor& color, double opacity);
 
@@ -82,6 +89,7 @@ Q_SIGNALS:
 private:
     AppearanceMode m_appearance = AppearanceMode::dark;
     ThemePalette* m_palette;
+    double m_motion;
 };
 
 } // namespace quill
