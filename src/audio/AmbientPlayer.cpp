@@ -230,8 +230,10 @@ void AmbientPlayer::serviceAudio() {
 void AmbientPlayer::onSegmentConsumed(AmbientSound sound, std::int64_t generation) {
     LoopingTrack* track = m_tracks[indexOf(sound)].get();
     // Completions of flushed or superseded segments must not restart a loop.
-    if (!track || generation != track->generation())
+    if (!track || generation != track->generation()) {
+        ++m_staleCompletions;
         return;
+    }
     track->schedule(0, generation);
     m_env.streamer->wake();
 }

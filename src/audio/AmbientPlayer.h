@@ -71,6 +71,8 @@ public:
     std::int64_t trackLength(AmbientSound sound) const;
     const BrownNoiseGenerator* noiseGenerator() const { return m_noise.get(); }
     float noiseLevel() const { return m_noiseLevel.load(std::memory_order_relaxed); }
+    /// Segment completions that arrived for a generation no longer current.
+    int staleCompletions() const { return m_staleCompletions; }
 
 private:
     void connectOutput();
@@ -95,6 +97,7 @@ private:
     float m_masterVolume = 0.0f;
     double m_sampleRate = 48000.0;
     bool m_isPlaying = false;
+    int m_staleCompletions = 0;
     std::unique_ptr<Scheduler::Handle> m_rampTimer;
     std::unique_ptr<Scheduler::Handle> m_serviceTimer;
 };

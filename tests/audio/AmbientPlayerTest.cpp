@@ -1,0 +1,536 @@
+#include "audio/AmbientPlayer.h"
+#include "AudioTestSupport.h"
+#include "audio/BrownNoiseGenerator.h"
+#include "audio/OfflineAudioDevice.h"
+#include "audio/PeakLimiter.h"
+#include "audio/SegmentStreamer.h"
+#include "support/VirtualScheduler.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <deque>
+
+using namespace quill;
+using namespace quill::test;
+using S = AmbientSound;
+
+namespace {
+constexpr int kLength = 4800;       // 0.1 s recordings keep loops short
+constexpr int kFramesPerStep = 768; // 16 ms at 48 kHz
+
+class AmbientPlayerTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(m_dir.isValid());
+        for (S s : kAllAmbientSounds) {
+            if (s != S::brownNoise) {
+                ASSERT_TRUE(writePositionFile(path(s), kLength));
+            }
+        }
+    }
+
+    QString path(S s, const QString& ext = QStringLiteral("wav")) const {
+        return m_dir.path() + QLatin1Char('/') + rawValue(s) + QLatin1Char('.') + ext;
+    }
+
+    void makePlayer(double preferredRate = 48000.0) {
+        device->setPreferredSampleRate(preferredRate);
+        AmbientPlayer::Environment env;
+        env.device = device;
+        env.scheduler = scheduler;
+        env.streamer = streamer;
+        env.resources = AmbientResources(m_dir.path());
+        env.unitRandom = [this] {
+            if (randoms.empty())
+                return 0.5;
+            const double r = randoms.front();
+            randoms.pop_front();
+            return r;
+        };
+        env.noiseSeed = [this] { return ++seeds; };
+        player = std::make_unique<AmbientPlayer>(std::move(env));
+    }
+
+    /// Decodes, then renders frames through the device, keeping them.
+    void render(int frames) {
+        streamer->service();
+        const auto& out = device->render(frames);
+        captured.insert(captured.end(), out.begin(), out.end());
+    }
+
+    /// One ramp period of virtual time with its share of audio.
+    void step(int n = 1) {
+        for (int k = 0; k < n; ++k) {
+            render(kFramesPerStep);
+            scheduler->advance(16);
+        }
+    }
+
+    /// Ramp steps until pred holds (or limit steps).
+    template <typename Pred> int stepsUntil(Pred pred, int limit = 2000) {
+        int n = 0;
+        while (!pred() && n < limit) {
+            step();
+            ++n;
+        }
+        return n;
+    }
+
+    void settle() {
+        stepsUntil([this] { return !player->isRamping(); });
+    }
+
+    float left(std::size_t frame) const { return captured[2 * frame]; }
+    float right(std::size_t frame) const { return captured[2 * frame + 1]; }
+
+    QTemporaryDir m_dir;
+    std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
+    std::shared_ptr<VirtualScheduler> scheduler = std::make_shared<VirtualScheduler>(clock);
+    std::shared_ptr<OfflineAudioDevice> device = std::make_shared<OfflineAudioDevice>();
+    std::shared_ptr<SegmentStreamer> streamer =
+        std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::manual);
+    std::deque<double> randoms;
+    std::uint32_t seeds = 100;
+    std::unique_ptr<AmbientPlayer> player;
+    std::vector<float> captured;
+    AudioLogCapture log;
+};
+
+TEST_F(AmbientPlayerTest, IdleUntilPlayedLevelsOnlyStored) {
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}, {S::brownNoise, 0.25f}}));
+    EXPECT_FALSE(player->isEngineRunning());
+    EXPECT_FALSE(player->hasTrack(S::rain));
+    EXPECT_EQ(player->noiseLevel(), 0.25f);
+    EXPECT_EQ(player->masterVolume(), 0.0f);
+    EXPECT_FALSE(player->isRamping());
+    EXPECT_EQ(player->noiseGenerator(), nullptr);
+}
+
+TEST_F(AmbientPlayerTest, PlayWithNothingSelectedRampsMasterThenLaterSelectionStartsAtOnce) {
+    makePlayer();
+    player->setLevels(levels(0.49f, {}));
+    ASSERT_TRUE(player->play());
+    EXPECT_TRUE(player->isEngineRunning());
+    // Rising master, tau 0.8 s: within 0.0005 of 0.49 after 331 steps.
+    EXPECT_EQ(stepsUntil([this] { return !player->isRamping(); }), 331);
+    EXPECT_NEAR(player->masterVolume(), 0.49f, 0.0005f);
+    EXPECT_NE(player->masterVolume(), 0.49f) << "the ramp stops short, it does not snap";
+    EXPECT_FALSE(player->hasTrack(S::rain));
+
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    EXPECT_TRUE(player->isTrackPlaying(S::rain));
+    EXPECT_EQ(player->segmentsScheduled(S::rain), 2);
+    EXPECT_TRUE(player->isRamping());
+    // Each recording fades with tau 0.3 s: settled after 124 steps.
+    EXPECT_EQ(stepsUntil([this] { return !player->isRamping(); }), 124);
+    EXPECT_NEAR(player->volume(S::rain), 0.49f, 0.0005f);
+}
+
+TEST_F(AmbientPlayerTest, RecordingsStartInTheFirst95PercentThenLoopFromZero) {
+    makePlayer();
+    randoms = {0.999999};
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    EXPECT_EQ(player->lastScheduledStart(S::rain), 0) << "the second segment is the full pass";
+    EXPECT_EQ(player->segmentsScheduled(S::rain), 2);
+    // The first pass starts at the highest allowed point. Until the first ramp step the voice
+    // plays at volume 0, so look at two steps.
+    step(2);
+    std::size_t k = 0;
+    while (k < captured.size() / 2 && left(k) == 0.0f)
+        ++k;
+    ASSERT_LT(k, captured.size() / 2);
+    EXPECT_NEAR(positionOf(left(k), right(k), kLength),
+                std::fmod(std::floor(0.999999 * 0.95 * kLength) + double(k), kLength), 0.05);
+}
+
+TEST_F(AmbientPlayerTest, LoopIsGaplessAcrossManyPasses) {
+    makePlayer();
+    randoms = {0.3};
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    settle();
+    const float v = player->volume(S::rain), m = player->masterVolume();
+    render(480); // the voice glides to the last ramp value within one buffer
+    std::vector<float> file(kLength);
+    for (int i = 0; i < kLength; ++i)
+        file[std::size_t(i)] = 0.1f + 0.8f * float(i) / float(kLength);
+
+    captured.clear();
+    for (int block = 0; block < 40; ++block) {
+        render(480);
+        scheduler->advance(50); // completions reach the main thread and queue the next pass
+    }
+    long expected = std::lround(positionOf(left(0), right(0), kLength));
+    int wraps = 0;
+    for (std::size_t f = 0; f < captured.size() / 2; ++f) {
+        const int p = int(expected % kLength);
+        ASSERT_EQ(left(f), (file[std::size_t(p)] * v) * m) << "frame " << f;
+        ASSERT_EQ(right(f), (0.5f * v) * m) << "frame " << f;
+        if (p == kLength - 1)
+            ++wraps;
+        ++expected;
+    }
+    EXPECT_GE(wraps, 3);
+    EXPECT_EQ(player->staleCompletions(), 0);
+    EXPECT_GE(player->segmentsScheduled(S::rain), 2 + wraps);
+}
+
+TEST_F(AmbientPlayerTest, DeselectFadesOutIn112StepsAndStopsTheNode) {
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    settle();
+    const auto generation = player->trackGeneration(S::rain);
+
+    player->setLevels(levels(0.49f, {}));
+    EXPECT_EQ(stepsUntil([this] { return !player->isTrackPlaying(S::rain); }), 112);
+    EXPECT_LT(player->volume(S::rain), 0.001f);
+    EXPECT_EQ(player->trackGeneration(S::rain), generation + 1);
+    EXPECT_FALSE(player->isRamping()) << "nothing left moving";
+    EXPECT_TRUE(player->isEngineRunning()) << "ambient sound is still wanted";
+}
+
+TEST_F(AmbientPlayerTest, ReselectDuringFadeReversesWithoutRestart) {
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    settle();
+    const auto generation = player->trackGeneration(S::rain);
+    const int segments = player->segmentsScheduled(S::rain);
+
+    player->setLevels(levels(0.49f, {}));
+    step(60);
+    const float low = player->volume(S::rain);
+    ASSERT_GT(low, 0.001f);
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    step();
+    EXPECT_GT(player->volume(S::rain), low) << "fading back in from where it was";
+    settle();
+    EXPECT_NEAR(player->volume(S::rain), 0.49f, 0.0005f);
+    EXPECT_EQ(player->trackGeneration(S::rain), generation);
+    EXPECT_GE(player->segmentsScheduled(S::rain), segments) << "the same loop went on";
+}
+
+TEST_F(AmbientPlayerTest, ReselectAfterStopRestartsAtANewRandomFrameFromSilence) {
+    makePlayer();
+    randoms = {0.5, 0.25};
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    EXPECT_EQ(player->segmentsScheduled(S::rain), 2);
+    settle();
+    player->setLevels(levels(0.49f, {}));
+    stepsUntil([this] { return !player->isTrackPlaying(S::rain); });
+    const auto generation = player->trackGeneration(S::rain);
+
+    const int before = player->segmentsScheduled(S::rain);
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    EXPECT_EQ(player->trackGeneration(S::rain), generation + 1);
+    EXPECT_EQ(player->volume(S::rain), 0.0f);
+    EXPECT_EQ(player->segmentsScheduled(S::rain), before + 2);
+
+    captured.clear();
+    step(2);
+    std::size_t k = 0;
+    while (k < captured.size() / 2 && left(k) == 0.0f)
+        ++k;
+    ASSERT_LT(k, captured.size() / 2);
+    EXPECT_NEAR(positionOf(left(k), right(k), kLength),
+                std::fmod(std::floor(0.25 * 0.95 * kLength) + double(k), kLength), 0.05);
+}
+
+TEST_F(AmbientPlayerTest, StopFadesMasterOutIn168StepsThenStopsEverything) {
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}, {S::wind, 0.3f}}));
+    ASSERT_TRUE(player->play());
+    settle();
+    player->stop();
+    EXPECT_TRUE(player->isEngineRunning());
+    EXPECT_EQ(stepsUntil([this] { return !player->isEngineRunning(); }), 168);
+    EXPECT_EQ(player->masterVolume(), 0.0f);
+    EXPECT_FALSE(player->isTrackPlaying(S::rain));
+    EXPECT_FALSE(player->isTrackPlaying(S::wind));
+    EXPECT_FALSE(player->isRamping());
+    EXPECT_EQ(device->stopCount(), 1);
+    // Nothing renders once stopped.
+    captured.clear();
+    render(256);
+    for (float x : captured)
+        ASSERT_EQ(x, 0.0f);
+}
+
+TEST_F(AmbientPlayerTest, PlayDuringFadeOutReversesWithoutRestartingRecordings) {
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    settle();
+    const auto generation = player->trackGeneration(S::rain);
+    player->stop();
+    step(80);
+    const float low = player->masterVolume();
+    ASSERT_GT(low, 0.001f);
+    ASSERT_TRUE(player->play());
+    step();
+    EXPECT_GT(player->masterVolume(), low);
+    settle();
+    EXPECT_NEAR(player->masterVolume(), 0.49f, 0.0005f);
+    EXPECT_EQ(player->trackGeneration(S::rain), generation);
+    EXPECT_EQ(device->startCount(), 1);
+    EXPECT_EQ(device->stopCount(), 0);
+}
+
+TEST_F(AmbientPlayerTest, PlayAfterFullStopRestartsRecordingsAtNewRandomFrames) {
+    makePlayer();
+    randoms = {0.1, 0.8};
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    settle();
+    player->stop();
+    stepsUntil([this] { return !player->isEngineRunning(); });
+    const auto generation = player->trackGeneration(S::rain);
+
+    ASSERT_TRUE(player->play());
+    EXPECT_EQ(device->startCount(), 2);
+    EXPECT_EQ(player->trackGeneration(S::rain), generation + 1);
+    captured.clear();
+    step(2);
+    std::size_t k = 0;
+    while (k < captured.size() / 2 && left(k) == 0.0f)
+        ++k;
+    ASSERT_LT(k, captured.size() / 2);
+    EXPECT_NEAR(positionOf(left(k), right(k), kLength),
+                std::fmod(std::floor(0.8 * 0.95 * kLength) + double(k), kLength), 0.05);
+}
+
+TEST_F(AmbientPlayerTest, StaleSegmentCompletionsScheduleNothing) {
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    settle();
+    player->setLevels(levels(0.49f, {}));
+    stepsUntil([this] { return !player->isTrackPlaying(S::rain); });
+    const int segments = player->segmentsScheduled(S::rain);
+
+    // The flushed segments now report themselves consumed, for the old generation.
+    captured.clear();
+    for (int k = 0; k < 20; ++k) {
+        render(1024);
+        scheduler->advance(50);
+    }
+    EXPECT_GE(player->staleCompletions(), 1);
+    EXPECT_EQ(player->segmentsScheduled(S::rain), segments);
+    for (float x : captured)
+        ASSERT_EQ(x, 0.0f);
+}
+
+TEST_F(AmbientPlayerTest, MissingEmptyOrCorruptRecordingsAreLoggedWhileOthersPlay) {
+    // rain: no file at all; waves: empty; stream: garbage; wind: a header without frames.
+    ASSERT_TRUE(QFile::remove(path(S::rain)));
+    ASSERT_TRUE(writeBytes(path(S::waves), {}));
+    ASSERT_TRUE(writeBytes(path(S::stream), QByteArray("RIFF\x10\0\0\0WAVEjunkjunkjunk", 23)));
+    ASSERT_TRUE(QFile::remove(path(S::wind)));
+    ASSERT_TRUE(writeZeroFrameFile(path(S::wind)));
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f},
+                                     {S::waves, 0.49f},
+                                     {S::stream, 0.49f},
+                                     {S::wind, 0.49f},
+                                     {S::fire, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    const QStringList expected{QStringLiteral("Quillmere ambient recording missing: rain"),
+                               QStringLiteral("Quillmere ambient recording missing: waves"),
+                               QStringLiteral("Quillmere ambient recording missing: stream"),
+                               QStringLiteral("Quillmere ambient recording missing: wind")};
+    EXPECT_EQ(log.lines(), expected);
+    EXPECT_TRUE(player->isTrackPlaying(S::fire));
+    EXPECT_FALSE(player->hasTrack(S::rain));
+    settle();
+    captured.clear();
+    step(4);
+    bool audible = false;
+    for (float x : captured)
+        audible = audible || x != 0.0f;
+    EXPECT_TRUE(audible);
+
+    // Not remembered: the next start of sources tries (and logs) again, and a file that
+    // appeared meanwhile now plays.
+    log.clear();
+    ASSERT_TRUE(writePositionFile(path(S::rain), kLength));
+    player->stop();
+    stepsUntil([this] { return !player->isEngineRunning(); });
+    ASSERT_TRUE(player->play());
+    EXPECT_TRUE(player->isTrackPlaying(S::rain));
+    EXPECT_EQ(log.lines(), expected.mid(1));
+}
+
+TEST_F(AmbientPlayerTest, OtherFormatsAreFoundByRawValue) {
+    // A WAV named .flac is still read by its content.
+    ASSERT_TRUE(QFile::rename(path(S::birds), path(S::birds, QStringLiteral("flac"))));
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::birds, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    EXPECT_TRUE(player->isTrackPlaying(S::birds));
+    EXPECT_EQ(player->trackLength(S::birds), kLength);
+}
+
+TEST_F(AmbientPlayerTest, EngineThatCannotStartMakesPlayFail) {
+    makePlayer();
+    device->setStartFailure(QStringLiteral("device busy"));
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    EXPECT_FALSE(player->play());
+    EXPECT_FALSE(player->isPlaying());
+    EXPECT_FALSE(player->isEngineRunning());
+    EXPECT_EQ(log.lines(),
+              QStringList{QStringLiteral("Quillmere ambient engine failed: device busy")});
+    player->stop(); // harmless
+    step(200);
+    device->setStartFailure({});
+    EXPECT_TRUE(player->play());
+}
+
+TEST_F(AmbientPlayerTest, BrownNoiseAttachesOnPlayAndStaysWhenDeselected) {
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::brownNoise, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    ASSERT_NE(player->noiseGenerator(), nullptr);
+    settle();
+    captured.clear();
+    step(10);
+    double energy = 0;
+    for (float x : captured)
+        energy += double(x) * x;
+    EXPECT_GT(energy, 0.0);
+
+    const auto* generator = player->noiseGenerator();
+    player->setLevels(levels(0.49f, {}));
+    EXPECT_EQ(player->noiseLevel(), 0.0f);
+    step(300); // about five seconds: far past the generator's own fade
+    EXPECT_EQ(player->noiseGenerator(), generator);
+    captured.clear();
+    step(2);
+    for (float x : captured)
+        ASSERT_EQ(x, 0.0f);
+}
+
+TEST_F(AmbientPlayerTest, LostOutputRebuildsTheGraphAndRestartsFromSilence) {
+    makePlayer();
+    randoms = {0.5, 0.2};
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}, {S::brownNoise, 0.3f}}));
+    ASSERT_TRUE(player->play());
+    settle();
+    const auto generation = player->trackGeneration(S::rain);
+    const auto seedsBefore = seeds;
+    const float master = player->masterVolume();
+
+    device->simulateRemoval();
+    player->serviceAudio(); // what the service timer does on the main thread
+    EXPECT_EQ(device->stopCount(), 1);
+    EXPECT_EQ(device->startCount(), 2);
+    EXPECT_TRUE(player->isEngineRunning());
+    EXPECT_EQ(player->trackGeneration(S::rain), generation + 2);
+    EXPECT_EQ(player->volume(S::rain), 0.0f);
+    EXPECT_EQ(player->lastScheduledStart(S::rain), 0);
+    ASSERT_NE(player->noiseGenerator(), nullptr);
+    EXPECT_EQ(seeds, seedsBefore + 1) << "a new generator";
+    EXPECT_EQ(player->noiseGenerator()->gain(), 0.0f);
+    EXPECT_EQ(player->masterVolume(), master);
+    settle();
+    EXPECT_NEAR(player->volume(S::rain), 0.49f, 0.0005f);
+}
+
+TEST_F(AmbientPlayerTest, FormatChangeRebuildsAtTheNewRate) {
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::brownNoise, 0.3f}}));
+    ASSERT_TRUE(player->play());
+    device->simulateFormatChange(44100.0);
+    scheduler->advance(50);
+    EXPECT_EQ(player->sampleRate(), 44100.0);
+    EXPECT_EQ(device->runningSampleRate(), 44100.0);
+    EXPECT_TRUE(player->isEngineRunning());
+}
+
+TEST_F(AmbientPlayerTest, OutputChangeWhileIdleOnlyReconnects) {
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    player->stop();
+    step(50);
+    device->simulateRemoval();
+    scheduler->advance(50);
+    EXPECT_FALSE(player->isEngineRunning());
+    EXPECT_EQ(device->startCount(), 1);
+}
+
+TEST_F(AmbientPlayerTest, FailedRestartIsLoggedAndTheNextPlayTriesAgain) {
+    makePlayer();
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    settle();
+    device->setStartFailure(QStringLiteral("no such device"));
+    device->simulateRemoval();
+    scheduler->advance(50);
+    EXPECT_FALSE(player->isEngineRunning());
+    EXPECT_TRUE(player->isPlaying());
+    EXPECT_EQ(log.lines(), QStringList{QStringLiteral(
+                               "Quillmere ambient engine restart failed: no such device")});
+    device->setStartFailure({});
+    EXPECT_TRUE(player->play());
+    EXPECT_TRUE(player->isTrackPlaying(S::rain));
+}
+
+TEST_F(AmbientPlayerTest, UnknownOutputRateRunsAt48k) {
+    makePlayer(0.0);
+    EXPECT_EQ(player->sampleRate(), 48000.0);
+    player->setLevels(levels(0.49f, {{S::brownNoise, 0.3f}}));
+    ASSERT_TRUE(player->play());
+    EXPECT_EQ(device->runningSampleRate(), 48000.0);
+}
+
+TEST_F(AmbientPlayerTest, RecordingsAreResampledToTheOutputRate) {
+    makePlayer(44100.0);
+    randoms = {0.0};
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    settle();
+    captured.clear();
+    for (int block = 0; block < 20; ++block) {
+        render(441);
+        scheduler->advance(50);
+    }
+    // Positions advance by 48000 / 44100 file frames per output frame, wrapping smoothly.
+    const double ratio = 48000.0 / 44100.0;
+    const double p0 = positionOf(left(0), right(0), kLength);
+    int wraps = 0;
+    double previous = p0;
+    for (std::size_t f = 1; f < captured.size() / 2; ++f) {
+        const double expected = std::fmod(p0 + double(f) * ratio, double(kLength));
+        if (expected < previous)
+            ++wraps;
+        previous = expected;
+        if (expected > kLength - 1.5)
+            continue; // interpolated across the join, between the last frame and the first
+        ASSERT_NEAR(positionOf(left(f), right(f), kLength), expected, 0.02) << "frame " << f;
+    }
+    EXPECT_GE(wraps, 1);
+}
+
+TEST_F(AmbientPlayerTest, LimiterKeepsAFullMixBelowFullScale) {
+    for (S s : {S::rain, S::waves, S::fire})
+        ASSERT_TRUE(writeConstantFile(path(s), kLength, 0.95f));
+    makePlayer();
+    player->setLevels(levels(1.0f, {{S::rain, 1.0f}, {S::waves, 1.0f}, {S::fire, 1.0f}}));
+    ASSERT_TRUE(player->play());
+    settle();
+    captured.clear();
+    step(30);
+    float peak = 0;
+    for (float x : captured)
+        peak = std::max(peak, std::fabs(x));
+    EXPECT_LE(peak, PeakLimiter::kThreshold + 1e-6f);
+    EXPECT_GT(peak, 0.8f);
+}
+
+} // namespace
