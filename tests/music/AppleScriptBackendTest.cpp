@@ -1,0 +1,336 @@
+#include "EventLoopWait.h"
+#include "audio/music/AppleScriptMusicBackend.h"
+#include "audio/music/AppleScripts.h"
+#include "audio/music/MusicController.h"
+#include "audio/music/QtProcessLauncher.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace quill;
+using quill::test::drainEvents;
+using quill::test::waitUntil;
+
+namespace {
+
+// Stands in for /usr/bin/osascript. Every run records its argument count and arguments in
+// files of its own, then answers as configured by files beside it: standard output and error,
+// exit status, being killed, or holding on until the test releases it.
+const char* kFakeInterpreter = R"SH(#!/bin/sh
+dir=$(dirname "$0")
+call=$(mktemp "$dir/call.XXXXXX")
+printf '%s' "$#" > "$call.argc"
+printf '%s' "$1" > "$call.arg1"
+printf '%s' "$2" > "$call.arg2"
+if [ -e "$dir/hold" ]; then
+    : > "$call.started"
+    while [ ! -e "$dir/release" ]; do sleep 0.01; done
+fi
+if [ -e "$dir/echo-source" ]; then
+    printf '%s\n' "$2" | sed -n 3p
+fi
+[ -e "$dir/stdout" ] && cat "$dir/stdout"
+[ -e "$dir/stderr" ] && cat "$dir/stderr" >&2
+[ -e "$dir/kill" ] && kill -9 $$
+exit "$(cat "$dir/exit" 2>/dev/null || echo 0)"
+)SH";
+
+struct Invocation {
+    int argc = 0;
+    QString arg1;
+    QString arg2;
+};
+
+class FakeNetEaseEnvironment final : public NetEaseEnvironment {
+public:
+    bool isInstalled() override {
+        asked << u"installed"_qs;
+        return installed;
+    }
+    bool isTrustedForAccessibility() override {
+        asked << u"trusted"_qs;
+        return trusted;
+    }
+    bool isRunning() override {
+        asked << u"running"_qs;
+        return running;
+    }
+    void openInBackground() override { ++opened; }
+
+    bool installed = true;
+    bool trusted = true;
+    bool running = true;
+    int opened = 0;
+    QStringList asked;
+};
+
+class AppleScriptBackendTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(m_dir.isValid());
+        QFile script(interpreter());
+        ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+        script.write(kFakeInterpreter);
+        script.close();
+        script.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                              QFileDevice::ExeOwner);
+        m_backend = std::make_unique<MusicController>(std::make_unique<AppleScriptMusicBackend>(
+            std::make_shared<QtProcessLauncher>(), m_netEase, interpreter()));
+    }
+
+    QString interpreter() const { return m_dir.filePath(u"osascript"_qs); }
+
+    void answer(const QString& file, const QByteArray& content) {
+        QFile f(m_dir.filePath(file));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(content);
+    }
+
+    void request(MusicService service, MusicSource source, const QString& name) {
+        m_backend->playRandom(service, source, name,
+                              [this](const MusicOutcome& o) { m_outcomes.push_back(o); });
+    }
+
+    MusicOutcome runToOutcome(MusicService service, MusicSource source, const QString& name) {
+        request(service, source, name);
+        EXPECT_TRUE(waitUntil([&] { return !m_outcomes.empty(); }));
+        return m_outcomes.empty() ? MusicOutcome{} : m_outcomes.back();
+    }
+
+    QList<Invocation> invocations() const {
+        QList<Invocation> result;
+        QDir dir(m_dir.path());
+        for (const QString& f : dir.entryList({u"call.*.argc"_qs}, QDir::Files, QDir::Name)) {
+            const QString base = dir.filePath(f.chopped(5));
+            auto read = [](const QString& path) {
+                QFile file(path);
+                return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll())
+                                                      : QString();
+            };
+            result.append({read(base + u".argc"_qs).toInt(), read(base + u".arg1"_qs),
+                           read(base + u".arg2"_qs)});
+        }
+        return result;
+    }
+
+    int started() const {
+        return QDir(m_dir.path()).entryList({u"call.*.started"_qs}, QDir::Files).size();
+    }
+
+    QTemporaryDir m_dir;
+    std::shared_ptr<FakeNetEaseEnvironment> m_netEase = std::make_shared<FakeNetEaseEnvironment>();
+    std::unique_ptr<MusicPlayer> m_backend;
+    std::vector<MusicOutcome> m_outcomes;
+};
+
+} // namespace
+
+TEST_F(AppleScriptBackendTest, LibraryRunsTheMusicScriptAsExactlyTwoArguments) {
+    answer(u"stdout"_qs, "  Song — Artist\n");
+    const MusicOutcome outcome =
+        runToOutcome(MusicService::appleMusic, MusicSource::library, u"ignored"_qs);
+    EXPECT_TRUE(outcome.success);
+    EXPECT_EQ(outcome.text, u"Song — Artist"_qs);
+
+    const auto calls = invocations();
+    ASSERT_EQ(calls.size(), 1);
+    EXPECT_EQ(calls[0].argc, 2);
+    EXPECT_EQ(calls[0].arg1, u"-e"_qs);
+    EXPECT_EQ(calls[0].arg2, applescript::appleMusicScript(MusicSource::library, {}));
+    EXPECT_TRUE(m_netEase->asked.isEmpty());
+}
+
+TEST_F(AppleScriptBackendTest, PlaylistNameWithQuoteAndBackslashArrivesEscaped) {
+    answer(u"stdout"_qs, "晴天 — 周杰伦");
+    const MusicOutcome outcome =
+        runToOutcome(MusicService::appleMusic, MusicSource::playlist, u"a\"b\\c"_qs);
+    EXPECT_TRUE(outcome.success);
+    EXPECT_EQ(outcome.text, u"晴天 — 周杰伦"_qs);
+    const auto calls = invocations();
+    ASSERT_EQ(calls.size(), 1);
+    EXPECT_EQ(calls[0].argc, 2);
+    EXPECT_TRUE(calls[0].arg2.contains(
+        u"\n    set sourcePlaylist to first user playlist whose name is \"a\\\"b\\\\c\"\n"_qs));
+}
+
+TEST_F(AppleScriptBackendTest, HostilePlaylistNamesReachTheInterpreterIntact) {
+    const QStringList names{u"say \"hi\""_qs,        u"C:\\music\\"_qs,    u"line\nfeed\r\n"_qs,
+                            u"🎧 专注 🎶"_qs,          QString(1000, u'長'), u"-e"_qs,
+                            u"$(touch pwned) `x`"_qs};
+    answer(u"stdout"_qs, "ok");
+    for (const QString& name : names) {
+        m_outcomes.clear();
+        const MusicOutcome outcome =
+            runToOutcome(MusicService::appleMusic, MusicSource::playlist, name);
+        EXPECT_TRUE(outcome.success) << name.toStdString();
+    }
+    const auto calls = invocations();
+    ASSERT_EQ(calls.size(), names.size());
+    QStringList received;
+    for (const Invocation& call : calls) {
+        EXPECT_EQ(call.argc, 2);
+        EXPECT_EQ(call.arg1, u"-e"_qs);
+        received << call.arg2;
+    }
+    for (const QString& name : names)
+        EXPECT_TRUE(received.contains(applescript::appleMusicScript(MusicSource::playlist, name)))
+            << name.toStdString();
+    EXPECT_FALSE(QFile::exists(m_dir.filePath(u"pwned"_qs)));
+}
+
+TEST_F(AppleScriptBackendTest, NameWithNulFailsWithoutRunningAnything) {
+    request(MusicService::appleMusic, MusicSource::playlist, u"a"_qs + QChar(u'\0') + u"b"_qs);
+    EXPECT_TRUE(m_outcomes.empty()) << "answered before returning";
+    ASSERT_TRUE(waitUntil([&] { return !m_outcomes.empty(); }));
+    EXPECT_FALSE(m_outcomes[0].success);
+    EXPECT_FALSE(m_outcomes[0].text.isEmpty());
+    EXPECT_TRUE(invocations().isEmpty());
+}
+
+TEST_F(AppleScriptBackendTest, OutputShapes) {
+    struct Case {
+        QByteArray out, err, exit;
+        bool success;
+        QString text;
+    };
+    const QList<Case> cases{
+        {"", "", "0", true, u"已开始随机播放"_qs},
+        {"\xff\xfe", "", "0", true, u"已开始随机播放"_qs},
+        {"", "/x.scpt: execution error: 这个范围里没有可播放的歌曲 (-2700)\n", "1", false,
+         u"这个范围里没有可播放的歌曲"_qs},
+        {"", "execution error: boom", "1", false, u"boom"_qs},
+        {"", "Not authorized to send Apple events to Music. (-1743)", "1", false,
+         u"Not authorized to send Apple events to Music."_qs},
+        {"", "\x80\x81", "1", false, u"无法控制“音乐”App"_qs},
+        {"", "", "1", false, u"无法控制音乐 App"_qs},
+        {"", "x: execution error:  (-1)", "2", false, u"无法控制音乐 App"_qs},
+    };
+    for (const Case& c : cases) {
+        answer(u"stdout"_qs, c.out);
+        answer(u"stderr"_qs, c.err);
+        answer(u"exit"_qs, c.exit);
+        m_outcomes.clear();
+        const MusicOutcome outcome =
+            runToOutcome(MusicService::appleMusic, MusicSource::library, {});
+        EXPECT_EQ(outcome.success, c.success) << c.err.constData();
+        EXPECT_EQ(outcome.text, c.text) << c.err.constData();
+    }
+}
+
+TEST_F(AppleScriptBackendTest, KilledInterpreterFailsWithItsMessage) {
+    answer(u"stdout"_qs, "Song — Artist");
+    answer(u"stderr"_qs, "x: execution error: 用户已取消。 (-128)");
+    answer(u"kill"_qs, "");
+    const MusicOutcome outcome = runToOutcome(MusicService::appleMusic, MusicSource::library, {});
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"用户已取消。"_qs);
+}
+
+TEST_F(AppleScriptBackendTest, MissingInterpreterFailsLaterWithTheSystemText) {
+    m_backend = std::make_unique<MusicController>(std::make_unique<AppleScriptMusicBackend>(
+        std::make_shared<QtProcessLauncher>(), m_netEase, m_dir.filePath(u"no-such-osascript"_qs)));
+    request(MusicService::appleMusic, MusicSource::library, {});
+    EXPECT_TRUE(m_outcomes.empty()) << "answered before returning";
+    ASSERT_TRUE(waitUntil([&] { return !m_outcomes.empty(); }));
+    EXPECT_FALSE(m_outcomes[0].success);
+    EXPECT_FALSE(m_outcomes[0].text.isEmpty());
+}
+
+TEST_F(AppleScriptBackendTest, SlowInterpreterNeverHoldsTheUiThread) {
+    answer(u"hold"_qs, "");
+    answer(u"stdout"_qs, "Late — Answer");
+    request(MusicService::appleMusic, MusicSource::library, {});
+    // playRandom returned while the interpreter is still running, and the loop keeps turning.
+    ASSERT_TRUE(waitUntil([&] { return started() == 1; }));
+    drainEvents();
+    EXPECT_TRUE(m_outcomes.empty());
+
+    answer(u"release"_qs, "");
+    ASSERT_TRUE(waitUntil([&] { return !m_outcomes.empty(); }));
+    EXPECT_EQ(m_outcomes[0].text, u"Late — Answer"_qs);
+}
+
+TEST_F(AppleScriptBackendTest, TwoRequestsCloseTogetherEachCompleteOnce) {
+    answer(u"hold"_qs, "");
+    answer(u"echo-source"_qs, "");
+    std::vector<MusicOutcome> first, second;
+    m_backend->playRandom(MusicService::appleMusic, MusicSource::playlist, u"A"_qs,
+                          [&](const MusicOutcome& o) { first.push_back(o); });
+    m_backend->playRandom(MusicService::appleMusic, MusicSource::playlist, u"B"_qs,
+                          [&](const MusicOutcome& o) { second.push_back(o); });
+    // Both interpreters run side by side before either answers.
+    ASSERT_TRUE(waitUntil([&] { return started() == 2; }));
+    answer(u"release"_qs, "");
+    ASSERT_TRUE(waitUntil([&] { return !first.empty() && !second.empty(); }));
+    drainEvents();
+    ASSERT_EQ(first.size(), 1u);
+    ASSERT_EQ(second.size(), 1u);
+    EXPECT_EQ(first[0].text, u"set sourcePlaylist to first user playlist whose name is \"A\""_qs);
+    EXPECT_EQ(second[0].text, u"set sourcePlaylist to first user playlist whose name is \"B\""_qs);
+}
+
+// ---- NetEase preparation ----
+
+TEST_F(AppleScriptBackendTest, NetEaseNotInstalledFailsBeforeReturning) {
+    m_netEase->installed = false;
+    request(MusicService::netEase, MusicSource::library, {});
+    ASSERT_EQ(m_outcomes.size(), 1u);
+    EXPECT_FALSE(m_outcomes[0].success);
+    EXPECT_EQ(m_outcomes[0].text, u"没有找到网易云音乐客户端"_qs);
+    EXPECT_EQ(m_netEase->asked, QStringList{u"installed"_qs});
+    EXPECT_EQ(m_netEase->opened, 0);
+    drainEvents();
+    EXPECT_EQ(m_outcomes.size(), 1u);
+    EXPECT_TRUE(invocations().isEmpty());
+}
+
+TEST_F(AppleScriptBackendTest, NetEaseWithoutAccessibilityFailsBeforeReturning) {
+    m_netEase->trusted = false;
+    m_netEase->running = false;
+    request(MusicService::netEase, MusicSource::library, {});
+    ASSERT_EQ(m_outcomes.size(), 1u);
+    EXPECT_FALSE(m_outcomes[0].success);
+    EXPECT_EQ(m_outcomes[0].text, u"需要在“系统设置 › 隐私与安全性 › 辅助功能”中允许“Quillmere”；"
+                                  u"如果已经勾选，请先用“−”移除旧条目再重新添加"_qs);
+    EXPECT_EQ(m_netEase->opened, 0) << "the client is not launched for a script that cannot run";
+    drainEvents();
+    EXPECT_TRUE(invocations().isEmpty());
+}
+
+TEST_F(AppleScriptBackendTest, NetEaseAlreadyRunningGetsSixSeconds) {
+    answer(u"stdout"_qs, "网易云音乐（原本就在播放）\n");
+    const MusicOutcome outcome =
+        runToOutcome(MusicService::netEase, MusicSource::playlist, u"x"_qs);
+    EXPECT_TRUE(outcome.success);
+    EXPECT_EQ(outcome.text, u"网易云音乐（原本就在播放）"_qs);
+    EXPECT_EQ(m_netEase->opened, 0);
+    const auto calls = invocations();
+    ASSERT_EQ(calls.size(), 1);
+    EXPECT_EQ(calls[0].argc, 2);
+    EXPECT_EQ(calls[0].arg1, u"-e"_qs);
+    EXPECT_EQ(calls[0].arg2, applescript::netEaseScript(6));
+}
+
+TEST_F(AppleScriptBackendTest, NetEaseNotRunningIsOpenedOnceAndGetsTwentyFiveSeconds) {
+    m_netEase->running = false;
+    answer(u"stdout"_qs, "网易云音乐当前队列");
+    const MusicOutcome outcome = runToOutcome(MusicService::netEase, MusicSource::library, {});
+    EXPECT_TRUE(outcome.success);
+    EXPECT_EQ(outcome.text, u"网易云音乐当前队列"_qs);
+    EXPECT_EQ(m_netEase->opened, 1);
+    EXPECT_EQ(m_netEase->asked, (QStringList{u"installed"_qs, u"trusted"_qs, u"running"_qs}));
+    const auto calls = invocations();
+    ASSERT_EQ(calls.size(), 1);
+    EXPECT_EQ(calls[0].arg2, applescript::netEaseScript(25));
+}
+
+TEST_F(AppleScriptBackendTest, NetEaseScriptFailuresPassTheirMessage) {
+    answer(u"stderr"_qs, "x: execution error: 已发送播放指令，但网易云音乐没有开始播放"
+                         "（播放队列可能为空） (-2700)");
+    answer(u"exit"_qs, "1");
+    const MusicOutcome outcome = runToOutcome(MusicService::netEase, MusicSource::library, {});
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"已发送播放指令，但网易云音乐没有开始播放（播放队列可能为空）"_qs);
+}

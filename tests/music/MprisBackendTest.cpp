@@ -1,0 +1,425 @@
+#include "EventLoopWait.h"
+#include "FakeMprisPlayer.h"
+#include "PrivateBus.h"
+#include "SteppingScheduler.h"
+#include "audio/music/MprisMusicBackend.h"
+#include "audio/music/MprisNetEaseRequest.h"
+#include "audio/music/MprisPlayerRequest.h"
+#include "audio/music/MusicController.h"
+
+#include <QSemaphore>
+#include <QThreadPool>
+#include <atomic>
+#include <gtest/gtest.h>
+
+using namespace quill;
+using namespace quill::test;
+
+namespace {
+
+class FakeLauncher final : public NetEaseLauncher {
+public:
+    Result launchInBackground() override {
+        ++launches;
+        return result;
+    }
+    Result result = Result::launched;
+    int launches = 0;
+};
+
+const QStringList kCommands{
+    u"Play"_qs, u"Pause"_qs,    u"PlayPause"_qs,        u"Stop"_qs,
+    u"Next"_qs, u"Previous"_qs, u"Set Shuffle true"_qs, u"Set Shuffle false"_qs};
+
+class MprisBackendTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(m_bus.isRunning()) << m_bus.error().toStdString();
+        static std::atomic_int serial{0};
+        m_clientName = u"quill-music-client-%1"_qs.arg(++serial);
+        const QString address = m_bus.address();
+        const QString name = m_clientName;
+        useConnector([address, name] { return QDBusConnection::connectToBus(address, name); });
+    }
+
+    void TearDown() override {
+        m_backend.reset();
+        m_players.clear();
+        QThreadPool::globalInstance()->waitForDone();
+        drainEvents();
+        QDBusConnection::disconnectFromBus(m_clientName);
+    }
+
+    void useConnector(MprisMusicBackend::BusConnector connector) {
+        m_backend = std::make_unique<MusicController>(
+            std::make_unique<MprisMusicBackend>(std::move(connector), m_scheduler, m_launcher));
+    }
+
+    FakeMprisPlayer& addPlayer(const QString& suffix, bool playlists = false,
+                               const QString& identity = {}, bool publish = true) {
+        m_players.push_back(std::make_unique<FakeMprisPlayer>(
+            m_bus.address(), FakeMprisPlayer::Options{suffix, identity, {}, playlists}));
+        if (publish) {
+            EXPECT_TRUE(m_players.back()->publish());
+        }
+        return *m_players.back();
+    }
+
+    void request(MusicService service, MusicSource source = MusicSource::library,
+                 const QString& playlist = {}) {
+        m_backend->playRandom(service, source, playlist,
+                              [this](const MusicOutcome& o) { m_outcomes.push_back(o); });
+    }
+
+    /// Lets bus replies arrive and moves virtual time one poll at a time until an answer.
+    bool runUntilAnswered(int maxPolls = 400) {
+        for (int i = 0; i < maxPolls; ++i) {
+            if (!waitUntil([&] { return !m_outcomes.empty() || m_steps->pendingPolls() > 0; }))
+                return false;
+            if (!m_outcomes.empty())
+                return true;
+            m_steps->advance(m_steps->pollDelayMs());
+        }
+        return !m_outcomes.empty();
+    }
+
+    MusicOutcome answer(MusicService service, MusicSource source = MusicSource::library,
+                        const QString& playlist = {}) {
+        request(service, source, playlist);
+        EXPECT_TRUE(runUntilAnswered());
+        return m_outcomes.empty() ? MusicOutcome{} : m_outcomes.front();
+    }
+
+    qint64 elapsedMs() const { return m_start.msecsTo(m_clock->now()); }
+
+    /// No further answer turns up, whatever time passes.
+    void expectNoSecondAnswer() {
+        const size_t answers = m_outcomes.size();
+        drainEvents();
+        m_virtual->advance(60000);
+        drainEvents();
+        EXPECT_EQ(m_outcomes.size(), answers);
+    }
+
+    static QStringList commandsOf(const FakeMprisPlayer& p) {
+        QStringList out;
+        for (const QString& c : p.calls)
+            if (kCommands.contains(c) || c.startsWith(u"ActivatePlaylist"_qs))
+                out << c;
+        return out;
+    }
+
+    PrivateBus m_bus;
+    QString m_clientName;
+    std::shared_ptr<ManualClock> m_clock = std::make_shared<ManualClock>();
+    QDateTime m_start = m_clock->now();
+    std::shared_ptr<VirtualScheduler> m_virtual = std::make_shared<VirtualScheduler>(m_clock);
+    std::shared_ptr<SteppingScheduler> m_steps =
+        std::make_shared<SteppingScheduler>(m_virtual, MprisRequest::pollInterval);
+    std::shared_ptr<Scheduler> m_scheduler = m_steps;
+    std::shared_ptr<FakeLauncher> m_launcher = std::make_shared<FakeLauncher>();
+    std::unique_ptr<MusicPlayer> m_backend;
+    std::vector<std::unique_ptr<FakeMprisPlayer>> m_players;
+    std::vector<MusicOutcome> m_outcomes;
+};
+
+} // namespace
+
+// ---- the desktop's music player ----
+
+TEST_F(MprisBackendTest, LibraryTurnsShuffleOnPlaysAndReportsTitleAndArtist) {
+    auto& player = addPlayer(u"rhythmbox"_qs);
+    player.metadata = {{u"xesam:title"_qs, u"晴天"_qs},
+                       {u"xesam:artist"_qs, QStringList{u"周杰伦"_qs}}};
+    const MusicOutcome outcome =
+        answer(MusicService::appleMusic, MusicSource::library, u"ignored"_qs);
+    EXPECT_TRUE(outcome.success);
+    EXPECT_EQ(outcome.text, u"晴天 — 周杰伦"_qs);
+    EXPECT_EQ(commandsOf(player), (QStringList{u"Set Shuffle true"_qs, u"Play"_qs}));
+    EXPECT_TRUE(player.shuffle);
+    expectNoSecondAnswer();
+}
+
+TEST_F(MprisBackendTest, LibraryWithoutMetadataSaysItStarted) {
+    addPlayer(u"elisa"_qs);
+    const MusicOutcome outcome = answer(MusicService::appleMusic);
+    EXPECT_TRUE(outcome.success);
+    EXPECT_EQ(outcome.text, u"已开始随机播放"_qs);
+}
+
+TEST_F(MprisBackendTest, LibraryPrefersAMusicPlayerAndLeavesOthersAlone) {
+    auto& browser = addPlayer(u"firefox.instance_1_7"_qs);
+    auto& netEase = addPlayer(u"netease-cloud-music"_qs, false, u"网易云音乐"_qs);
+    auto& music = addPlayer(u"strawberry"_qs);
+    EXPECT_TRUE(answer(MusicService::appleMusic).success);
+    EXPECT_EQ(commandsOf(music), (QStringList{u"Set Shuffle true"_qs, u"Play"_qs}));
+    EXPECT_TRUE(commandsOf(browser).isEmpty());
+    EXPECT_TRUE(commandsOf(netEase).isEmpty());
+}
+
+TEST_F(MprisBackendTest, EmptyLibraryFailsAtOnce) {
+    auto& player = addPlayer(u"rhythmbox"_qs);
+    player.canPlay = false;
+    const MusicOutcome outcome = answer(MusicService::appleMusic);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"这个范围里没有可播放的歌曲"_qs);
+    EXPECT_EQ(elapsedMs(), 0);
+}
+
+TEST_F(MprisBackendTest, PlayerThatNeverStartsRunsIntoTheDeadline) {
+    auto& player = addPlayer(u"rhythmbox"_qs);
+    player.playStartsPlayback = false;
+    const MusicOutcome outcome = answer(MusicService::appleMusic);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"已发送播放指令，但音乐播放器没有开始播放（播放列表可能为空）"_qs);
+    EXPECT_EQ(elapsedMs(), MprisPlayerRequest::deadline.count());
+    EXPECT_EQ(player.count(u"Play"_qs), 1);
+    expectNoSecondAnswer();
+}
+
+TEST_F(MprisBackendTest, HungPlayerNeverHangsTheApp) {
+    auto& player = addPlayer(u"rhythmbox"_qs);
+    player.playNeverAnswers = true;
+    request(MusicService::appleMusic);
+    ASSERT_TRUE(waitUntil([&] { return player.count(u"Play"_qs) == 1; }));
+    drainEvents();
+    EXPECT_TRUE(m_outcomes.empty());
+    m_virtual->advance(MprisPlayerRequest::deadline.count());
+    ASSERT_EQ(m_outcomes.size(), 1u);
+    EXPECT_FALSE(m_outcomes[0].success);
+    EXPECT_EQ(m_outcomes[0].text, u"音乐播放器没有响应"_qs);
+    expectNoSecondAnswer();
+}
+
+TEST_F(MprisBackendTest, NoPlayerOnTheBus) {
+    const MusicOutcome outcome = answer(MusicService::appleMusic);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"没有找到正在运行的音乐播放器"_qs);
+}
+
+TEST_F(MprisBackendTest, OnlyANetEaseClientIsNoDesktopPlayer) {
+    auto& netEase = addPlayer(u"netease-cloud-music"_qs);
+    const MusicOutcome outcome = answer(MusicService::appleMusic);
+    EXPECT_EQ(outcome.text, u"没有找到正在运行的音乐播放器"_qs);
+    EXPECT_TRUE(commandsOf(netEase).isEmpty());
+}
+
+// ---- playlists ----
+
+TEST_F(MprisBackendTest, PlaylistIsActivatedByExactNameAndPlayed) {
+    auto& player = addPlayer(u"rhythmbox"_qs, true);
+    player.playlists = {{u"晨间 "_qs, {u"wrong"_qs}},
+                        {u"晨间"_qs, {u"Morning Song"_qs}},
+                        {u"晨间曲"_qs, {u"wrong too"_qs}}};
+    const MusicOutcome outcome =
+        answer(MusicService::appleMusic, MusicSource::playlist, u"晨间"_qs);
+    EXPECT_TRUE(outcome.success);
+    EXPECT_EQ(outcome.text, u"Morning Song — 歌手"_qs);
+    EXPECT_EQ(commandsOf(player),
+              (QStringList{u"Set Shuffle true"_qs, u"ActivatePlaylist 晨间"_qs, u"Play"_qs}));
+}
+
+TEST_F(MprisBackendTest, PlaylistNamesAreNeitherTrimmedNorCaseFolded) {
+    auto& player = addPlayer(u"rhythmbox"_qs, true);
+    player.playlists = {{u"Focus"_qs, {u"x"_qs}}};
+    for (const QString& name : {u"focus"_qs, u" Focus"_qs, u"Focus "_qs, u""_qs}) {
+        m_outcomes.clear();
+        const MusicOutcome outcome = answer(MusicService::appleMusic, MusicSource::playlist, name);
+        EXPECT_FALSE(outcome.success);
+        EXPECT_EQ(outcome.text, u"没有找到播放列表“%1”"_qs.arg(name));
+    }
+    EXPECT_TRUE(commandsOf(player).isEmpty());
+}
+
+TEST_F(MprisBackendTest, PlaylistIsLookedForAcrossPlayers) {
+    auto& first = addPlayer(u"elisa"_qs, true);
+    first.playlists = {{u"Other"_qs, {u"a"_qs}}};
+    auto& second = addPlayer(u"rhythmbox"_qs, true);
+    second.playlists = {{u"Road"_qs, {u"Drive"_qs}}};
+    const MusicOutcome outcome =
+        answer(MusicService::appleMusic, MusicSource::playlist, u"Road"_qs);
+    EXPECT_TRUE(outcome.success);
+    EXPECT_TRUE(commandsOf(first).isEmpty());
+    EXPECT_EQ(second.count(u"ActivatePlaylist Road"_qs), 1);
+}
+
+TEST_F(MprisBackendTest, EmptyPlaylistFails) {
+    auto& player = addPlayer(u"rhythmbox"_qs, true);
+    player.playlists = {{u"空"_qs, {}}};
+    const MusicOutcome outcome = answer(MusicService::appleMusic, MusicSource::playlist, u"空"_qs);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"这个范围里没有可播放的歌曲"_qs);
+    EXPECT_EQ(player.count(u"ActivatePlaylist 空"_qs), 1);
+}
+
+TEST_F(MprisBackendTest, PlayerWithoutPlaylistsSaysSo) {
+    auto& player = addPlayer(u"rhythmbox"_qs, false);
+    const MusicOutcome outcome =
+        answer(MusicService::appleMusic, MusicSource::playlist, u"Road"_qs);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"音乐播放器不支持播放列表"_qs);
+    EXPECT_TRUE(commandsOf(player).isEmpty());
+}
+
+TEST_F(MprisBackendTest, HostilePlaylistNamesMatchExactlyAndNeverBreakACall) {
+    const QStringList names{u"He said \"hi\""_qs, u"C:\\music\\"_qs,    u"line\nfeed"_qs,
+                            u"🎧 专注 🎶"_qs,       QString(1000, u'長'), u"/org/path"_qs};
+    auto& player = addPlayer(u"rhythmbox"_qs, true);
+    for (const QString& name : names)
+        player.playlists.append({name, {u"Track for "_qs + name.left(8)}});
+    for (const QString& name : names) {
+        m_outcomes.clear();
+        const MusicOutcome outcome = answer(MusicService::appleMusic, MusicSource::playlist, name);
+        EXPECT_TRUE(outcome.success) << outcome.text.toStdString();
+        EXPECT_EQ(player.calls.count(u"ActivatePlaylist "_qs + name), 1);
+    }
+    // A missing hostile name gives a one-line, bounded message.
+    m_outcomes.clear();
+    const QString missing = u"no\nsuch \"list\" "_qs + QString(1000, u'x');
+    const MusicOutcome outcome = answer(MusicService::appleMusic, MusicSource::playlist, missing);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_FALSE(outcome.text.contains(u'\n'));
+    EXPECT_TRUE(outcome.text.startsWith(u"没有找到播放列表“no such \"list\" x"_qs));
+    EXPECT_LT(outcome.text.size(), 100);
+}
+
+// ---- NetEase ----
+
+TEST_F(MprisBackendTest, NetEaseAlreadyPlayingIsLeftAlone) {
+    auto& client = addPlayer(u"netease-cloud-music"_qs, false, u"网易云音乐"_qs);
+    client.playbackStatus = u"Playing"_qs;
+    const MusicOutcome outcome = answer(MusicService::netEase);
+    EXPECT_TRUE(outcome.success);
+    EXPECT_EQ(outcome.text, u"网易云音乐（原本就在播放）"_qs);
+    EXPECT_TRUE(commandsOf(client).isEmpty());
+    EXPECT_EQ(client.playbackStatus, u"Playing"_qs);
+    EXPECT_EQ(m_launcher->launches, 0);
+}
+
+TEST_F(MprisBackendTest, NetEaseFoundByIdentityStartsItsQueue) {
+    auto& desktop = addPlayer(u"rhythmbox"_qs);
+    auto& client = addPlayer(u"chromium.instance77"_qs, false, u"网易云音乐"_qs);
+    const MusicOutcome outcome = answer(MusicService::netEase);
+    EXPECT_TRUE(outcome.success);
+    EXPECT_EQ(outcome.text, u"网易云音乐当前队列"_qs);
+    EXPECT_EQ(commandsOf(client), QStringList{u"Play"_qs}) << "no shuffle, no toggle";
+    EXPECT_TRUE(commandsOf(desktop).isEmpty());
+}
+
+TEST_F(MprisBackendTest, NetEaseRunningButNotStartingGetsSixSecondsAndRetriesEveryThree) {
+    auto& client = addPlayer(u"netease-cloud-music"_qs);
+    client.playStartsPlayback = false;
+    const MusicOutcome outcome = answer(MusicService::netEase);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"已发送播放指令，但网易云音乐没有开始播放（播放队列可能为空）"_qs);
+    EXPECT_EQ(elapsedMs(), MprisNetEaseRequest::runningDeadline.count());
+    EXPECT_EQ(client.count(u"Play"_qs), 2) << "at the start and once 3 s later";
+    EXPECT_EQ(client.count(u"PlayPause"_qs) + client.count(u"Pause"_qs), 0);
+}
+
+TEST_F(MprisBackendTest, NetEaseWithNothingToPlayReportsItIsNotReady) {
+    auto& client = addPlayer(u"netease-cloud-music"_qs);
+    client.canPlay = false;
+    const MusicOutcome outcome = answer(MusicService::netEase);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"网易云音乐还没有准备好"_qs);
+    EXPECT_EQ(elapsedMs(), 6000);
+    EXPECT_TRUE(commandsOf(client).isEmpty());
+}
+
+TEST_F(MprisBackendTest, NetEaseNotRunningIsLaunchedAndStartsOnceOnTheBus) {
+    request(MusicService::netEase);
+    ASSERT_TRUE(waitUntil([&] { return m_launcher->launches == 1; }));
+    // It turns up on the bus a while after the launch, well past the 6 s of a running one.
+    for (int i = 0; i < 40; ++i) {
+        ASSERT_TRUE(waitUntil([&] { return m_steps->pendingPolls() > 0; }));
+        m_steps->advance(m_steps->pollDelayMs());
+    }
+    auto& client = addPlayer(u"netease-cloud-music"_qs, false, u"网易云音乐"_qs);
+    ASSERT_TRUE(runUntilAnswered());
+    EXPECT_TRUE(m_outcomes[0].success) << m_outcomes[0].text.toStdString();
+    EXPECT_EQ(m_outcomes[0].text, u"网易云音乐当前队列"_qs);
+    EXPECT_EQ(m_launcher->launches, 1);
+    EXPECT_EQ(commandsOf(client), QStringList{u"Play"_qs});
+    expectNoSecondAnswer();
+}
+
+TEST_F(MprisBackendTest, NetEaseLaunchedButNeverAppearingGetsTwentyFiveSeconds) {
+    const MusicOutcome outcome = answer(MusicService::netEase);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"网易云音乐还没有准备好"_qs);
+    EXPECT_EQ(elapsedMs(), MprisNetEaseRequest::launchedDeadline.count());
+    EXPECT_EQ(m_launcher->launches, 1);
+}
+
+TEST_F(MprisBackendTest, NetEaseNotInstalled) {
+    m_launcher->result = NetEaseLauncher::Result::notInstalled;
+    const MusicOutcome outcome = answer(MusicService::netEase);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"没有找到网易云音乐客户端"_qs);
+    EXPECT_EQ(elapsedMs(), 0);
+}
+
+TEST_F(MprisBackendTest, NetEaseLaunchFailure) {
+    m_launcher->result = NetEaseLauncher::Result::failed;
+    const MusicOutcome outcome = answer(MusicService::netEase);
+    EXPECT_EQ(outcome.text, u"无法启动网易云音乐客户端"_qs);
+}
+
+// ---- the bus itself ----
+
+TEST_F(MprisBackendTest, NoBusAtAll) {
+    const QString name = m_clientName + u"-nowhere"_qs;
+    useConnector([name] {
+        return QDBusConnection::connectToBus(u"unix:path=/nonexistent/quill-no-bus"_qs, name);
+    });
+    const MusicOutcome outcome = answer(MusicService::appleMusic);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.text, u"无法连接到 D-Bus 会话总线"_qs);
+    QDBusConnection::disconnectFromBus(name);
+
+    m_outcomes.clear();
+    EXPECT_EQ(answer(MusicService::netEase).text, u"无法连接到 D-Bus 会话总线"_qs);
+    EXPECT_EQ(m_launcher->launches, 0);
+}
+
+TEST_F(MprisBackendTest, BusThatNeverConnectsEndsAtTheDeadlineAndIsThenIgnored) {
+    auto gate = std::make_shared<QSemaphore>();
+    const QString address = m_bus.address();
+    const QString name = m_clientName;
+    useConnector([gate, address, name] {
+        gate->acquire();
+        return QDBusConnection::connectToBus(address, name);
+    });
+    addPlayer(u"rhythmbox"_qs);
+    request(MusicService::appleMusic);
+    drainEvents();
+    EXPECT_TRUE(m_outcomes.empty());
+    m_virtual->advance(MprisPlayerRequest::deadline.count());
+    ASSERT_EQ(m_outcomes.size(), 1u);
+    EXPECT_EQ(m_outcomes[0].text, u"D-Bus 会话总线没有响应"_qs);
+
+    gate->release();
+    QThreadPool::globalInstance()->waitForDone();
+    drainEvents();
+    EXPECT_EQ(m_outcomes.size(), 1u);
+    EXPECT_TRUE(commandsOf(*m_players[0]).isEmpty());
+}
+
+TEST_F(MprisBackendTest, TwoRequestsCloseTogetherEachCompleteOnce) {
+    auto& player = addPlayer(u"rhythmbox"_qs, true);
+    player.playlists = {{u"A"_qs, {u"Song A"_qs}}};
+    std::vector<MusicOutcome> first, second;
+    m_backend->playRandom(MusicService::appleMusic, MusicSource::playlist, u"A"_qs,
+                          [&](const MusicOutcome& o) { first.push_back(o); });
+    m_backend->playRandom(MusicService::appleMusic, MusicSource::playlist, u"missing"_qs,
+                          [&](const MusicOutcome& o) { second.push_back(o); });
+    ASSERT_TRUE(waitUntil([&] { return !first.empty() && !second.empty(); }));
+    drainEvents();
+    m_virtual->advance(60000);
+    drainEvents();
+    ASSERT_EQ(first.size(), 1u);
+    ASSERT_EQ(second.size(), 1u);
+    EXPECT_EQ(first[0].text, u"Song A — 歌手"_qs);
+    EXPECT_EQ(second[0].text, u"没有找到播放列表“missing”"_qs);
+}
