@@ -6,6 +6,7 @@
 #include "audio/music/MprisNetEaseRequest.h"
 #include "audio/music/MprisPlayerRequest.h"
 #include "audio/music/MusicController.h"
+#include "audio/music/MusicServices.h"
 
 #include <QSemaphore>
 #include <QThreadPool>
@@ -422,4 +423,23 @@ TEST_F(MprisBackendTest, TwoRequestsCloseTogetherEachCompleteOnce) {
     ASSERT_EQ(second.size(), 1u);
     EXPECT_EQ(first[0].text, u"Song A — 歌手"_qs);
     EXPECT_EQ(second[0].text, u"没有找到播放列表“missing”"_qs);
+}
+
+// ---- the app's own wiring ----
+
+TEST_F(MprisBackendTest, TheAppsPlayerDrivesTheSessionBus) {
+    const QByteArray saved = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toUtf8());
+    auto& player = addPlayer(u"rhythmbox"_qs);
+    player.metadata = {{u"xesam:title"_qs, u"Real Timers"_qs}};
+    const auto app = createMusicPlayer();
+    std::vector<MusicOutcome> outcomes;
+    app->playRandom(MusicService::appleMusic, MusicSource::library, {},
+                    [&](const MusicOutcome& o) { outcomes.push_back(o); });
+    EXPECT_TRUE(outcomes.empty());
+    ASSERT_TRUE(waitUntil([&] { return !outcomes.empty(); }));
+    EXPECT_TRUE(outcomes[0].success);
+    EXPECT_EQ(outcomes[0].text, u"Real Timers"_qs);
+    EXPECT_EQ(commandsOf(player), (QStringList{u"Set Shuffle true"_qs, u"Play"_qs}));
+    qputenv("DBUS_SESSION_BUS_ADDRESS", saved);
 }

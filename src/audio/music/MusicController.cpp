@@ -27,7 +27,7 @@ void MusicController::playRandom(MusicService service, MusicSource source,
             return;
         }
         const MusicOutcome text = shown(outcome);
-        qCInfo(lcMusic) << (text.success ? "music started:" : "music failed:") << text.text;
+        qCDebug(lcMusic) << (text.success ? "music started:" : "music failed:") << text.text;
         auto* app = QCoreApplication::instance();
         if (!app || QThread::currentThread() == app->thread())
             completion(text);
