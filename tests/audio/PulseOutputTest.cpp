@@ -1,0 +1,130 @@
+#include "AudioTestSupport.h"
+#include "PulseTestServer.h"
+#include "audio/AmbientPlayer.h"
+#include "audio/BrownNoiseGenerator.h"
+#include "audio/PreciseTimerScheduler.h"
+#include "audio/SdlAudioDevice.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace quill;
+using namespace quill::test;
+
+namespace {
+constexpr qint64 kRate = 48000; // parec's rate
+
+struct Energy {
+    double rms = 0, inBand = 0, high = 0; // fractions of the total for the bands
+};
+
+/// Loudness of the left channel between two frames and how it splits across the spectrum.
+Energy measure(const MonitorRecorder& rec, qint64 from, qint64 to) {
+    using Biquad = BrownNoiseGenerator::Biquad;
+    auto hp30 = Biquad::highPass(30, kRate, 1.414f), hp30b = hp30;
+    auto lp700 = Biquad::lowPass(700, kRate, 1.414f), lp700b = lp700;
+    auto hp1500 = Biquad::highPass(1500, kRate, 1.414f), hp1500b = hp1500;
+    double total = 0, band = 0, high = 0;
+    for (qint64 i = from; i < to; ++i) {
+        const float x = rec.samples()[2 * i];
+        const float b = lp700b.process(lp700.process(hp30b.process(hp30.process(x))));
+        const float h = hp1500b.process(hp1500.process(x));
+        if (i - from < kRate / 10)
+            continue; // filters settle
+        total += double(x) * x;
+        band += double(b) * b;
+        high += double(h) * h;
+    }
+    const double n = double(to - from - kRate / 10);
+    Energy e;
+    e.rms = std::sqrt(total / n);
+    e.inBand = total > 0 ? band / total : 0;
+    e.high = total > 0 ? high / total : 0;
+    return e;
+}
+
+class PulseOutputTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (!server.start())
+            GTEST_SKIP() << "no private PulseAudio daemon could be started here: "
+                         << server.error().toStdString();
+        server.exportEnvironment();
+    }
+
+    std::unique_ptr<AmbientPlayer> makePlayer() {
+        AmbientPlayer::Environment env;
+        env.device = std::make_shared<SdlAudioDevice>();
+        env.scheduler = std::make_shared<PreciseTimerScheduler>();
+        env.resources = AmbientResources(emptyDir.path());
+        return std::make_unique<AmbientPlayer>(std::move(env));
+    }
+
+    PulseTestServer server;
+    QTemporaryDir emptyDir;
+};
+
+TEST_F(PulseOutputTest, BrownNoiseIsHeardSurvivesASinkSwitchAndStopsIntoSilence) {
+    auto player = makePlayer();
+    player->setLevels(levels(0.49f, {{AmbientSound::brownNoise, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(player->isEngineRunning());
+
+    {
+        MonitorRecorder first(server, QStringLiteral("quill_a"));
+        ASSERT_TRUE(first.start());
+        ASSERT_TRUE(first.waitForFrames(kRate * 3)) << "the monitor delivered no sound";
+        // Skip the fade-in; judge the last 1.5 s.
+        const Energy e = measure(first, first.frames() - kRate * 3 / 2, first.frames());
+        EXPECT_GT(e.rms, 0.005) << "brown noise is audible";
+        EXPECT_GT(e.inBand, 0.75) << "its energy lies between 30 and 700 Hz";
+        EXPECT_LT(e.high, 0.02) << "little above 1.5 kHz";
+    }
+
+    // The user picks another output and the old one disappears.
+    const int oldModule = server.moduleOfSink(QStringLiteral("quill_a"));
+    ASSERT_GE(oldModule, 0);
+    ASSERT_FALSE(
+        server.pactl({QStringLiteral("set-default-sink"), QStringLiteral("quill_b")}).isNull());
+    ASSERT_FALSE(
+        server.pactl({QStringLiteral("unload-module"), QString::number(oldModule)}).isNull());
+
+    MonitorRecorder second(server, QStringLiteral("quill_b"));
+    ASSERT_TRUE(second.start());
+    ASSERT_TRUE(second.waitForFrames(kRate * 3));
+    const Energy after = measure(second, second.frames() - kRate, second.frames());
+    EXPECT_GT(after.rms, 0.005) << "playback goes on through the new output";
+    EXPECT_GT(after.inBand, 0.75);
+    EXPECT_TRUE(player->isEngineRunning());
+
+    // stop(): the fade reaches silence within 3 s of sound and the output is released.
+    const qint64 stoppedAt = second.frames();
+    player->stop();
+    ASSERT_TRUE(second.waitUntil([&] { return !player->isEngineRunning(); }, 8000))
+        << "the output was never released";
+    ASSERT_TRUE(second.waitForFrames(kRate / 2));
+    qint64 lastLoud = stoppedAt;
+    for (qint64 i = stoppedAt; i < second.frames(); ++i)
+        if (std::fabs(second.samples()[2 * i]) > 1e-4f ||
+            std::fabs(second.samples()[2 * i + 1]) > 1e-4f)
+            lastLoud = i;
+    EXPECT_LT(lastLoud - stoppedAt, kRate * 3) << "silent within 3 s";
+    EXPECT_LT(lastLoud, second.frames() - kRate / 4) << "and stays silent";
+}
+
+TEST_F(PulseOutputTest, PlaysAgainAfterAFullStop) {
+    auto player = makePlayer();
+    player->setLevels(levels(0.49f, {{AmbientSound::brownNoise, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    player->stop();
+    MonitorRecorder rec(server, QStringLiteral("quill_a"));
+    ASSERT_TRUE(rec.start());
+    ASSERT_TRUE(rec.waitUntil([&] { return !player->isEngineRunning(); }, 8000));
+    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(rec.waitForFrames(kRate * 2));
+    EXPECT_GT(measure(rec, rec.frames() - kRate, rec.frames()).rms, 0.005);
+}
+
+} // namespace
