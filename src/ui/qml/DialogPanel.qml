@@ -27,7 +27,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         radius: panel.radius
-        color: Theme.alpha(Theme.background, 0.97)
+        color: Theme.background
         border.width: 1
         border.color: Theme.hairline
         Rectangle {

@@ -46,8 +46,9 @@ Canvas {
         ctx.restore();
 
         // The conical gradient runs counter-clockwise, so its stops are listed in reverse
-        // to read mint → bright mint → blue clockwise from the top.
-        var gradient = ctx.createConicalGradient(cx, cy, Math.PI / 2);
+        // to read mint → bright mint → blue clockwise from the top. Its seam sits a little
+        // left of the top so the round cap at the start is drawn in the start colour.
+        var gradient = ctx.createConicalGradient(cx, cy, Math.PI / 2 + 0.12);
         gradient.addColorStop(0.0, endColor);
         gradient.addColorStop(0.5, middleColor);
         gradient.addColorStop(1.0, startColor);

@@ -1,0 +1,143 @@
+#include "SceneRecorder.h"
+#include "store/AppStore.h"
+#include "ui/UiHarness.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QDir>
+#include <QInputMethodEvent>
+#include <QQuickWindow>
+#include <cstdio>
+#include <ctime>
+
+using namespace quill;
+using quill::test::UiHarness;
+
+namespace {
+
+// The first reminder comes after the scripted delay; rounds shown "running" stay before it.
+void startRound(UiHarness& ui, qint64 reminderDelaySeconds, qint64 runMs) {
+    ui.fakes.random->script.push_back(reminderDelaySeconds);
+    ui.click("focus.primary");
+    ui.advance(runMs);
+}
+
+QQuickWindow* focusing(UiHarness& ui) {
+    startRound(ui, 900, 240'000);
+    ui.click("focus.signal.wander");
+    ui.advance(205'250);
+    // The start toast has cleared by now; show the screen as it is while working.
+    return nullptr;
+}
+
+QQuickWindow* review(UiHarness& ui) {
+    startRound(ui, 600, 300'000);
+    ui.click("focus.signal.wander");
+    ui.advance(300'250 + 10'000);
+    ui.click("focus.signal.wander");
+    ui.advance(800'000);
+    ui.click("focus.end");
+    ui.click("endDialog.review");
+    ui.click("review.focus.5");
+    return nullptr;
+}
+
+void typeChinese(UiHarness& ui, const QString& text) {
+    QObject* target = ui.window()->focusObject();
+    if (!target)
+        return;
+    QInputMethodEvent commit;
+    commit.setCommitString(text);
+    QCoreApplication::sendEvent(target, &commit);
+    ui.settle();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    // Local times of the demo history are Shanghai times, as the app's users see them.
+    qputenv("TZ", "Asia/Shanghai");
+    tzset();
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    const QStringList args = QCoreApplication::arguments();
+    if (args.size() != 2) {
+        std::fprintf(stderr, "usage: quillmere_screenshots <output folder>\n");
+        return 2;
+    }
+    const QString outputDir = args.at(1);
+    if (!QDir().mkpath(outputDir)) {
+        std::fprintf(stderr, "Cannot create %s.\n", qPrintable(outputDir));
+        return 1;
+    }
+
+    const QList<QPair<QString, screenshots::SceneRecorder::Scene>> scenes = {
+        {QStringLiteral("idle"), [](UiHarness&) -> QQuickWindow* { return nullptr; }},
+        {QStringLiteral("focusing"), focusing},
+        {QStringLiteral("paused"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             focusing(ui);
+             ui.click("focus.primary");
+             return nullptr;
+         }},
+        {QStringLiteral("micro-break"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             startRound(ui, 180, 180'250 + 3'000);
+             return nullptr;
+         }},
+        {QStringLiteral("end-dialog"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             focusing(ui);
+             ui.click("focus.end");
+             return nullptr;
+         }},
+        {QStringLiteral("review-sheet"), review},
+        {QStringLiteral("abandon-confirmation"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             review(ui);
+             ui.click("review.abandon");
+             return nullptr;
+         }},
+        {QStringLiteral("tray-panel"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             focusing(ui);
+             QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+             ui.settle(ui.trayPanel());
+             return ui.trayPanel();
+         }},
+        {QStringLiteral("tray-panel-idle"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+             ui.settle(ui.trayPanel());
+             return ui.trayPanel();
+         }},
+        {QStringLiteral("task-row"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             ui.click("control.taskToggle");
+             ui.click("control.newTaskField");
+             typeChinese(ui, QStringLiteral("英语听力"));
+             return nullptr;
+         }},
+        {QStringLiteral("ambient-playing"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             for (const char* raw : {"rain", "fire", "brownNoise"})
+                 ui.store().toggleAmbientSoundNamed(QString::fromLatin1(raw));
+             ui.store().setAmbientVolumeNamed(0.4, QStringLiteral("fire"));
+             ui.advance(3'500); // past the toast of the first selection
+             QQuickItem* scroll = ui.item("focus.scroll");
+             scroll->setProperty("contentY",
+                                 scroll->property("contentHeight").toReal() - scroll->height());
+             return nullptr;
+         }},
+    };
+
+    screenshots::SceneRecorder recorder(outputDir);
+    bool ok = true;
+    for (AppearanceMode appearance : {AppearanceMode::dark, AppearanceMode::light})
+        for (const auto& [name, scene] : scenes)
+            ok = recorder.record(appearance, name, scene) && ok;
+    for (const QString& file : recorder.written())
+        std::printf("%s\n", qPrintable(file));
+    return ok ? 0 : 1;
+}
