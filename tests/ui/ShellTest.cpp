@@ -1,0 +1,182 @@
+#include "UiHarness.h"
+
+#include "storage/Persistence.h"
+
+#include <QImage>
+#include <gtest/gtest.h>
+
+using namespace quill;
+using namespace quill::test;
+
+namespace {
+
+QColor pixel(QQuickWindow* w, QPoint at) {
+    return QColor::fromRgb(w->grabWindow().pixel(at));
+}
+
+QDateTime localToday(int hour, int minute) {
+    return QDateTime(QDate(2026, 3, 5), QTime(hour, minute), Qt::LocalTime);
+}
+
+TEST(ShellTest, TheAppearanceSwitchRecoloursBothWindows) {
+    UiHarness ui;
+    const QPoint sidebarSpot(5, 400);
+    EXPECT_EQ(pixel(ui.window(), sidebarSpot), QColor("#0B1215"));
+    EXPECT_EQ(ui.window()->color(), QColor("#0E1518"));
+    EXPECT_EQ(ui.text("sidebar.appearance"), "切换到日间模式");
+
+    ui.click("sidebar.appearance");
+    EXPECT_EQ(ui.store().settings().appearanceMode, AppearanceMode::light);
+    EXPECT_EQ(pixel(ui.window(), sidebarSpot), QColor("#EAF1EE"));
+    EXPECT_EQ(ui.window()->color(), QColor("#F3F7F5"));
+    EXPECT_EQ(ui.text("sidebar.appearance"), "切换到夜间模式");
+    EXPECT_EQ(ui.trayPanel()->color(), QColor("#F3F7F5"));
+
+    ui.click("sidebar.appearance");
+    EXPECT_EQ(pixel(ui.window(), sidebarSpot), QColor("#0B1215"));
+    EXPECT_EQ(ui.trayPanel()->color(), QColor("#0E1518"));
+}
+
+TEST(ShellTest, AnAbsentAppearanceIsDrawnDark) {
+    UiHarness ui([](FakeServices& f) {
+        AppSettings s;
+        s.appearanceMode.reset();
+        Persistence::save(f.data->directory(), s, {});
+    });
+    EXPECT_EQ(ui.window()->color(), QColor("#0E1518"));
+    EXPECT_EQ(ui.text("sidebar.appearance"), "切换到日间模式");
+}
+
+TEST(ShellTest, SidebarRowsSwitchSectionsAndOnlyFocusHasItsScreen) {
+    UiHarness ui;
+    EXPECT_TRUE(ui.isShown("focusScreen"));
+    ui.click("sidebar.section.insights");
+    EXPECT_EQ(ui.store().selectedSection(), AppSection::insights);
+    EXPECT_FALSE(ui.isShown("focusScreen"));
+    EXPECT_EQ(ui.text("placeholder.title"), "洞察，即将推出");
+    ui.click("sidebar.section.settings");
+    EXPECT_EQ(ui.text("placeholder.title"), "设置，即将推出");
+    ui.click("sidebar.section.focus");
+    EXPECT_TRUE(ui.isShown("focusScreen"));
+    EXPECT_FALSE(ui.isShown("placeholderScreen"));
+}
+
+TEST(ShellTest, TheFocusRowCarriesADotWhileARoundRuns) {
+    UiHarness ui;
+    EXPECT_FALSE(ui.isShown("sidebar.activeDot"));
+    ui.click("focus.primary");
+    EXPECT_TRUE(ui.isShown("sidebar.activeDot"));
+    EXPECT_EQ(ui.trayIcon()->property("symbol").toString(), "leaf.fill");
+    ui.click("focus.end");
+    ui.click("endDialog.abandon");
+    EXPECT_FALSE(ui.isShown("sidebar.activeDot"));
+    EXPECT_EQ(ui.trayIcon()->property("symbol").toString(), "leaf");
+}
+
+TEST(ShellTest, TheTodayCardSumsTodaysStoredRounds) {
+    UiHarness ui(
+        seedSessions({sessionAt(localToday(9, 0), 1500), sessionAt(localToday(11, 0), 1530),
+                      sessionAt(localToday(9, 0).addDays(-1), 3000)}));
+    EXPECT_EQ(ui.text("sidebar.todayMinutes"), "51"); // 25 + 25.5 rounded away from zero
+    EXPECT_EQ(ui.text("sidebar.todaySessions"), "2");
+    EXPECT_EQ(ui.text("sidebar.streak"), "连续 2 天");
+    EXPECT_EQ(ui.text("focus.pill.minutes.value"), "51 分钟");
+    EXPECT_EQ(ui.text("focus.pill.streak.value"), "2 天");
+}
+
+TEST(ShellTest, WithoutHistoryTheStreakLineInvitesAStart) {
+    UiHarness ui;
+    EXPECT_EQ(ui.text("sidebar.streak"), "从今天开始");
+    EXPECT_EQ(ui.text("sidebar.todayMinutes"), "0");
+}
+
+TEST(ShellTest, TheToastShowsForThreeSecondsOfVirtualTime) {
+    UiHarness ui;
+    EXPECT_FALSE(ui.isShown("toast"));
+    ui.click("focus.primary");
+    EXPECT_TRUE(ui.isShown("toast"));
+    ui.advance(2'900);
+    EXPECT_TRUE(ui.isShown("toast"));
+    ui.advance(200);
+    EXPECT_FALSE(ui.isShown("toast"));
+}
+
+class TrayPanelTest : public ::testing::Test {
+protected:
+    UiHarness ui;
+    QQuickWindow* panel() { return ui.trayPanel(); }
+    void openPanel() {
+        QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+        ui.settle(panel());
+        ASSERT_TRUE(panel()->isVisible());
+    }
+};
+
+TEST_F(TrayPanelTest, ClickingTheIconTogglesThePanel) {
+    ASSERT_NE(panel(), nullptr);
+    EXPECT_FALSE(panel()->isVisible());
+    openPanel();
+    EXPECT_EQ(ui.text("tray.title", panel()), "Quillmere");
+    QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+    EXPECT_FALSE(panel()->isVisible());
+}
+
+TEST_F(TrayPanelTest, ItsButtonsDriveTheSameStore) {
+    openPanel();
+    EXPECT_EQ(ui.text("tray.start", panel()), "开始 50 分钟");
+    ui.click("tray.start", panel());
+    ASSERT_EQ(ui.store().phase(), SessionPhase::focusing);
+    EXPECT_EQ(ui.text("tray.title", panel()), "专注中");
+
+    ui.advance(61'000);
+    ui.settle(panel());
+    EXPECT_EQ(ui.text("tray.time", panel()), "48:59");
+    EXPECT_EQ(ui.text("focus.timerText"), "48:59"); // the main window shows the same round
+
+    ui.click("tray.wander", panel());
+    EXPECT_EQ(ui.store().currentEventCount(), 1);
+    EXPECT_EQ(ui.text("focus.signal.wander.count"), "1 次");
+
+    ui.click("tray.pause", panel());
+    EXPECT_EQ(ui.store().phase(), SessionPhase::paused);
+    EXPECT_EQ(ui.text("tray.pause", panel()), "继续");
+    EXPECT_EQ(ui.text("focus.primary"), "继续");
+    ui.click("tray.pause", panel());
+    EXPECT_EQ(ui.store().phase(), SessionPhase::focusing);
+}
+
+TEST_F(TrayPanelTest, DuringAMicroBreakItOffersOnlySkipping) {
+    openPanel();
+    ui.click("tray.start", panel());
+    ui.advance(180'250);
+    ui.settle(panel());
+    ASSERT_EQ(ui.store().phase(), SessionPhase::microBreak);
+    EXPECT_EQ(ui.text("tray.title", panel()), "微休息");
+    EXPECT_EQ(ui.text("tray.time", panel()), "10 秒后继续");
+    EXPECT_FALSE(ui.isShown("tray.pause", panel()));
+    EXPECT_FALSE(ui.isShown("tray.wander", panel()));
+    ui.click("tray.skip", panel());
+    EXPECT_EQ(ui.store().phase(), SessionPhase::focusing);
+}
+
+TEST_F(TrayPanelTest, ItsAmbientButtonPlaysAndPauses) {
+    openPanel();
+    EXPECT_EQ(ui.text("tray.ambientLabel", panel()), "环境音");
+    ui.click("tray.ambient", panel());
+    EXPECT_TRUE(ui.store().isAmbientPlaying());
+    EXPECT_EQ(ui.text("tray.ambientLabel", panel()), "环境音播放中");
+    EXPECT_EQ(ui.text("tray.ambient", panel()), "暂停");
+    EXPECT_EQ(ui.text("ambient.status"), "正在播放：雨声"); // rain was chosen for us
+    ui.click("tray.ambient", panel());
+    EXPECT_FALSE(ui.store().isAmbientPlaying());
+}
+
+TEST_F(TrayPanelTest, ClickingTheIconBringsBackAMinimisedMainWindow) {
+    ui.window()->showMinimized();
+    ASSERT_TRUE(ui.window()->windowStates() & Qt::WindowMinimized);
+    QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+    EXPECT_FALSE(ui.window()->windowStates() & Qt::WindowMinimized);
+    EXPECT_TRUE(ui.window()->isVisible());
+}
+
+} // namespace
