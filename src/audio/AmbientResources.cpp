@@ -7,7 +7,8 @@
 namespace quill {
 
 AmbientResources::AmbientResources() {
-    const QString appDir = QCoreApplication::applicationDirPath();
+    const QString appDir =
+        QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QString();
     if (!appDir.isEmpty()) {
         // Installed: <prefix>/bin/quillmere and <prefix>/share/quillmere/Ambient.
         m_directories << QDir::cleanPath(appDir + QStringLiteral("/../share/quillmere/Ambient"));

@@ -1,0 +1,194 @@
+// Speed, memory and CPU of the sound subsystem.
+//   bench_audio --benchmark_counters_tabular=true
+// x_realtime: seconds of sound rendered per second of one core.
+
+#include "audio/AmbientPlayer.h"
+#include "audio/BrownNoiseGenerator.h"
+#include "audio/OfflineAudioDevice.h"
+#include "audio/SdlAudioDevice.h"
+#include "audio/SegmentStreamer.h"
+
+#include <benchmark/benchmark.h>
+#include <sys/resource.h>
+
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <thread>
+#include <vector>
+
+using namespace quill;
+
+namespace {
+
+/// Timers that only run when the benchmark ticks them, so fades settle instantly.
+class ManualScheduler final : public Scheduler {
+public:
+    struct Entry {
+        Callback fn;
+        bool alive = true;
+    };
+    class EntryHandle final : public Handle {
+    public:
+        explicit EntryHandle(std::shared_ptr<Entry> e) : m_e(std::move(e)) {}
+        ~EntryHandle() override { m_e->alive = false; }
+        bool isActive() const override { return m_e->alive; }
+
+    private:
+        std::shared_ptr<Entry> m_e;
+    };
+    std::unique_ptr<Handle> every(std::chrono::milliseconds, Callback fn) override {
+        auto e = std::make_shared<Entry>();
+        e->fn = std::move(fn);
+        m_entries.push_back(e);
+        return std::make_unique<EntryHandle>(e);
+    }
+    std::unique_ptr<Handle> after(std::chrono::milliseconds d, Callback fn) override {
+        return every(d, std::move(fn));
+    }
+    void tick(int times) {
+        for (int k = 0; k < times; ++k) {
+            auto entries = m_entries;
+            for (auto& e : entries)
+                if (e->alive)
+                    e->fn();
+        }
+    }
+
+private:
+    std::vector<std::shared_ptr<Entry>> m_entries;
+};
+
+AmbientLevels allEight() {
+    AmbientLevels l;
+    l.master = 0.49f;
+    l.sounds.fill(0.49f);
+    return l;
+}
+
+long residentKb() {
+    std::ifstream status("/proc/self/status");
+    std::string key;
+    while (status >> key) {
+        long value = 0;
+        if (key == "VmRSS:" && status >> value)
+            return value;
+    }
+    return 0;
+}
+
+double cpuSeconds() {
+    rusage u{};
+    getrusage(RUSAGE_SELF, &u);
+    return double(u.ru_utime.tv_sec + u.ru_stime.tv_sec) +
+           double(u.ru_utime.tv_usec + u.ru_stime.tv_usec) * 1e-6;
+}
+
+void BM_BrownNoise(benchmark::State& state) {
+    std::atomic<float> level{0.49f};
+    BrownNoiseGenerator g(48000.0f, &level, 12345u);
+    const int frames = int(state.range(0));
+    std::vector<float> l(static_cast<std::size_t>(frames)), r(static_cast<std::size_t>(frames));
+    for (auto _ : state) {
+        g.render(l.data(), r.data(), frames);
+        benchmark::DoNotOptimize(l.data());
+        benchmark::DoNotOptimize(r.data());
+    }
+    state.counters["x_realtime"] = benchmark::Counter(double(state.iterations()) * frames / 48000.0,
+                                                      benchmark::Counter::kIsRate);
+}
+BENCHMARK(BM_BrownNoise)->Arg(512)->Arg(1024);
+
+/// The whole mix with all eight sources, decoding included, on one thread.
+void BM_FullMix(benchmark::State& state) {
+    auto device = std::make_shared<OfflineAudioDevice>();
+    auto scheduler = std::make_shared<ManualScheduler>();
+    auto streamer = std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::manual);
+    AmbientPlayer::Environment env;
+    env.device = device;
+    env.scheduler = scheduler;
+    env.streamer = streamer;
+    env.resources = AmbientResources(QStringLiteral(QUILL_AMBIENT_DIR));
+    AmbientPlayer player(std::move(env));
+    player.setLevels(allEight());
+    if (!player.play()) {
+        state.SkipWithError("player did not start");
+        return;
+    }
+    scheduler->tick(400); // every fade settled
+    const int frames = int(state.range(0));
+    for (int k = 0; k < 50; ++k) { // fill the rings once
+        streamer->service();
+        device->render(frames);
+    }
+    for (auto _ : state) {
+        streamer->service();
+        benchmark::DoNotOptimize(device->render(frames).data());
+        scheduler->tick(1); // serviceAudio queues the next passes
+    }
+    state.counters["x_realtime"] = benchmark::Counter(double(state.iterations()) * frames / 48000.0,
+                                                      benchmark::Counter::kIsRate);
+}
+BENCHMARK(BM_FullMix)->Arg(1024);
+
+/// Resident memory the seven loaded, playing recordings add to the process.
+void BM_RecordingsMemory(benchmark::State& state) {
+    for (auto _ : state) {
+        const long before = residentKb();
+        auto device = std::make_shared<OfflineAudioDevice>();
+        auto scheduler = std::make_shared<ManualScheduler>();
+        auto streamer = std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::manual);
+        AmbientPlayer::Environment env;
+        env.device = device;
+        env.scheduler = scheduler;
+        env.streamer = streamer;
+        env.resources = AmbientResources(QStringLiteral(QUILL_AMBIENT_DIR));
+        AmbientPlayer player(std::move(env));
+        AmbientLevels levels = allEight();
+        levels.sounds[indexOf(AmbientSound::brownNoise)] = 0.0f;
+        player.setLevels(levels);
+        player.play();
+        scheduler->tick(400);
+        for (int k = 0; k < 200; ++k) { // four seconds of sound: every ring full, decoders warm
+            streamer->service();
+            device->render(1024);
+            scheduler->tick(1);
+        }
+        state.counters["added_MB"] = double(residentKb() - before) / 1024.0;
+    }
+}
+BENCHMARK(BM_RecordingsMemory)->Iterations(1);
+
+/// CPU of the whole process while all eight sources play in real time through SDL (its
+/// dummy driver when no sound server is set), with the decoder on its own thread.
+void BM_RunningMixCpu(benchmark::State& state) {
+    for (auto _ : state) {
+        auto scheduler = std::make_shared<ManualScheduler>();
+        AmbientPlayer::Environment env;
+        env.device = std::make_shared<SdlAudioDevice>();
+        env.scheduler = scheduler;
+        env.resources = AmbientResources(QStringLiteral(QUILL_AMBIENT_DIR));
+        AmbientPlayer player(std::move(env));
+        player.setLevels(allEight());
+        if (!player.play()) {
+            state.SkipWithError("no audio output");
+            return;
+        }
+        scheduler->tick(400);
+        const double cpu0 = cpuSeconds();
+        const auto wall0 = std::chrono::steady_clock::now();
+        for (int k = 0; k < 100; ++k) { // five seconds, serviced like the app's timer does
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            scheduler->tick(1);
+        }
+        const double wall =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - wall0).count();
+        state.counters["cpu_percent_of_core"] = 100.0 * (cpuSeconds() - cpu0) / wall;
+        state.SetIterationTime(wall);
+    }
+}
+BENCHMARK(BM_RunningMixCpu)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+
+} // namespace
+
+BENCHMARK_MAIN();
