@@ -7,19 +7,67 @@
 #include <QJsonObject>
 #include <QTimeZone>
 #include <cmath>
+#include <cstdio>
 
 namespace quill::DataFileCodec {
 
 // ---------------------------------------------------------------- dates and UUIDs
 
+namespace {
+constexpr qint64 floorDiv(qint64 a, qint64 b) {
+    return a / b - ((a % b != 0) && ((a < 0) != (b < 0)));
+}
+
+// "yyyy-MM-ddTHH:mm:ssZ" into `out` (20 bytes) without going through the calendar classes:
+// saving writes three dates per session and two per event.
+QLatin1StringView formatDateInto(const QDateTime& date, char* out) {
+    // An unset date would make the whole file unreadable; the epoch keeps it loadable.
+    const qint64 secs = date.isValid() ? floorDiv(date.toMSecsSinceEpoch(), 1000) : 0;
+    const qint64 days = floorDiv(secs, 86400);
+    const qint64 second = secs - days * 86400;
+    // Civil date from days since 1970-01-01 (Howard Hinnant's algorithm).
+    const qint64 z = days + 719468;
+    const qint64 era = floorDiv(z, 146097);
+    const qint64 doe = z - era * 146097;
+    const qint64 yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
+    const qint64 doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
+    const qint64 mp = (5 * doy + 2) / 153;
+    const qint64 day = doy - (153 * mp + 2) / 5 + 1;
+    const qint64 month = mp < 10 ? mp + 3 : mp - 9;
+    const qint64 year = yoe + era * 400 + (month <= 2);
+    if (year < 0 || year > 9999) {
+        const int n = std::snprintf(
+            out, 32, "%04lld-%02lld-%02lldT%02lld:%02lld:%02lldZ", static_cast<long long>(year),
+            static_cast<long long>(month), static_cast<long long>(day),
+            static_cast<long long>(second / 3600), static_cast<long long>(second / 60 % 60),
+            static_cast<long long>(second % 60));
+        return QLatin1StringView(out, n);
+    }
+    auto two = [](char* p, qint64 v) {
+        p[0] = char('0' + v / 10);
+        p[1] = char('0' + v % 10);
+    };
+    two(out, year / 100);
+    two(out + 2, year % 100);
+    out[4] = '-';
+    two(out + 5, month);
+    out[7] = '-';
+    two(out + 8, day);
+    out[10] = 'T';
+    two(out + 11, second / 3600);
+    out[13] = ':';
+    two(out + 14, second / 60 % 60);
+    out[16] = ':';
+    two(out + 17, second % 60);
+    out[19] = 'Z';
+    return QLatin1StringView(out, 20);
+}
+} // namespace
+
 QByteArray formatDate(const QDateTime& date) {
-    const QDateTime utc = date.toUTC();
-    const QDate d = utc.date();
-    const QTime t = utc.time();
     char buf[32];
-    const int n = std::snprintf(buf, sizeof buf, "%04d-%02d-%02dT%02d:%02d:%02dZ", d.year(),
-                                d.month(), d.day(), t.hour(), t.minute(), t.second());
-    return QByteArray(buf, n);
+    const QLatin1StringView text = formatDateInto(date, buf);
+    return QByteArray(text.data(), text.size());
 }
 
 namespace {
@@ -86,13 +134,30 @@ std::optional<QUuid> parseUuid(const QString& s) {
 
 namespace {
 void writeUuid(JsonWriter& w, const QUuid& id) {
-    const QByteArray text = id.toByteArray(QUuid::WithoutBraces).toUpper();
-    w.asciiValue(text.constData(), text.size());
+    static constexpr char kHex[] = "0123456789ABCDEF";
+    char text[36];
+    char* p = text;
+    auto hex = [&p](quint64 v, int digits) {
+        for (int shift = (digits - 1) * 4; shift >= 0; shift -= 4)
+            *p++ = kHex[(v >> shift) & 0xF];
+    };
+    hex(id.data1, 8);
+    *p++ = '-';
+    hex(id.data2, 4);
+    *p++ = '-';
+    hex(id.data3, 4);
+    *p++ = '-';
+    hex(id.data4[0], 2);
+    hex(id.data4[1], 2);
+    *p++ = '-';
+    for (int i = 2; i < 8; ++i)
+        hex(id.data4[i], 2);
+    w.asciiValue(QLatin1StringView(text, 36));
 }
 
 void writeDate(JsonWriter& w, const QDateTime& date) {
-    const QByteArray text = formatDate(date);
-    w.asciiValue(text.constData(), text.size());
+    char buf[32];
+    w.asciiValue(formatDateInto(date, buf));
 }
 
 void writeStrings(JsonWriter& w, const QList<QString>& list) {
@@ -230,9 +295,8 @@ void writeSettings(JsonWriter& w, const AppSettings& s) {
 } // namespace
 
 QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessions) {
-    QByteArray out;
-    out.reserve(512 + sessions.size() * 1400);
-    JsonWriter w(out);
+    // About 2 KB per session with its events; one allocation covers a typical history.
+    JsonWriter w(1024 + sessions.size() * 2048);
     w.beginObject();
     w.key("sessions");
     w.beginArray();
@@ -242,7 +306,7 @@ QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessio
     w.key("settings");
     writeSettings(w, settings);
     w.endObject();
-    return out;
+    return w.take();
 }
 
 } // namespace quill::DataFileCodec

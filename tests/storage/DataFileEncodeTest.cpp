@@ -347,6 +347,25 @@ TEST(DataFileDates, AreUtcWholeSecondsWithZ) {
               "1969-12-31T23:59:59Z");
 }
 
+TEST(DataFileDates, AnUnsetDateStillWritesAReadableFile) {
+    // One bad date must not make the whole history unreadable at the next start.
+    StudySession s = plainSession("00000000-0000-0000-0000-000000000001", QDateTime());
+    s.events = {eventAt("00000000-0000-0000-0000-000000000002", QDateTime(), 0,
+                        FocusEventKind::pause)};
+    const auto decoded = DataFileCodec::decode(DataFileCodec::encode(AppSettings{}, {s}));
+    ASSERT_TRUE(decoded.has_value());
+    EXPECT_EQ(decoded->sessions.first().startedAt, QDateTime::fromSecsSinceEpoch(0, Qt::UTC));
+    EXPECT_EQ(decoded->sessions.first().events.first().date,
+              QDateTime::fromSecsSinceEpoch(0, Qt::UTC));
+}
+
+TEST(DataFileDates, FarDatesKeepFourDigitYears) {
+    EXPECT_EQ(DataFileCodec::formatDate(utc(1, 1, 1, 0, 0)), "0001-01-01T00:00:00Z");
+    EXPECT_EQ(DataFileCodec::formatDate(utc(9999, 12, 31, 23, 59, 59)), "9999-12-31T23:59:59Z");
+    EXPECT_EQ(DataFileCodec::formatDate(utc(2000, 2, 29, 12, 0)), "2000-02-29T12:00:00Z");
+    EXPECT_EQ(DataFileCodec::formatDate(utc(2100, 3, 1, 0, 0)), "2100-03-01T00:00:00Z");
+}
+
 TEST(DataFileStrings, NonAsciiIsWrittenAsUtf8AndControlsAreEscaped) {
     AppSettings s;
     s.playlistName = QStringLiteral("夜 😀 é\t\u0001\u001f\r\b\f\u007f\u2028");

@@ -1,0 +1,132 @@
+// Speed of the headless core on long histories: saving, loading, the insight figures and the
+// CSV text. Run with TZ set (e.g. TZ=Asia/Shanghai) so local-time conversions are realistic.
+#include "SyntheticHistory.h"
+#include "insights/Statistics.h"
+#include "storage/CsvExport.h"
+#include "storage/DataFileCodec.h"
+#include "storage/Persistence.h"
+
+#include <QCoreApplication>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+
+namespace quill::bench {
+namespace {
+
+const QList<StudySession>& history(qsizetype count) {
+    static std::map<qsizetype, QList<StudySession>> cache;
+    auto it = cache.find(count);
+    if (it == cache.end())
+        it = cache.emplace(count, syntheticHistory(count)).first;
+    return it->second;
+}
+
+void sizes(benchmark::internal::Benchmark* b) {
+    b->Arg(1000)->Arg(3000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+}
+
+void BM_Encode(benchmark::State& state) {
+    const auto& sessions = history(state.range(0));
+    const AppSettings settings = syntheticSettings();
+    qsizetype bytes = 0;
+    for (auto _ : state) {
+        const QByteArray encoded = DataFileCodec::encode(settings, sessions);
+        bytes = encoded.size();
+        benchmark::DoNotOptimize(encoded.constData());
+    }
+    state.counters["fileMB"] = double(bytes) / 1e6;
+}
+BENCHMARK(BM_Encode)->Apply(sizes);
+
+// Target: 3,000 sessions under 16 ms.
+void BM_Save(benchmark::State& state) {
+    const auto& sessions = history(state.range(0));
+    const AppSettings settings = syntheticSettings();
+    QTemporaryDir dir;
+    const QString folder = dir.path() + QStringLiteral("/Quillmere");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Persistence::save(folder, settings, sessions));
+}
+BENCHMARK(BM_Save)->Apply(sizes);
+
+void BM_Decode(benchmark::State& state) {
+    const QByteArray bytes = DataFileCodec::encode(syntheticSettings(), history(state.range(0)));
+    for (auto _ : state) {
+        auto decoded = DataFileCodec::decode(bytes);
+        if (!decoded)
+            state.SkipWithError("decode failed");
+        benchmark::DoNotOptimize(decoded);
+    }
+}
+BENCHMARK(BM_Decode)->Apply(sizes);
+
+// The share of decoding spent in Qt's JSON parser, for comparison with BM_Decode.
+void BM_ParseJsonOnly(benchmark::State& state) {
+    const QByteArray bytes = DataFileCodec::encode(syntheticSettings(), history(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(QJsonDocument::fromJson(bytes));
+}
+BENCHMARK(BM_ParseJsonOnly)->Apply(sizes);
+
+// Target: 10,000 sessions under 150 ms.
+void BM_Load(benchmark::State& state) {
+    QTemporaryDir dir;
+    const QString folder = dir.path() + QStringLiteral("/Quillmere");
+    Persistence::save(folder, syntheticSettings(), history(state.range(0)));
+    for (auto _ : state) {
+        Persistence::LoadResult loaded = Persistence::load(folder);
+        if (loaded.unreadableFileExists)
+            state.SkipWithError("load failed");
+        benchmark::DoNotOptimize(loaded);
+    }
+}
+BENCHMARK(BM_Load)->Apply(sizes);
+
+// Target: 10,000 sessions under 5 ms for every figure the screens show, each computed afresh.
+void BM_AllInsights(benchmark::State& state) {
+    const auto& sessions = history(state.range(0));
+    const QDateTime now = historyEnd();
+    const QStringList tasks = syntheticSettings().effectiveTaskNames();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Statistics::todaySessions(sessions, now));
+        benchmark::DoNotOptimize(Statistics::todayMinutes(sessions, now));
+        benchmark::DoNotOptimize(Statistics::todayWanderCount(sessions, now));
+        benchmark::DoNotOptimize(Statistics::streakDays(sessions, now));
+        benchmark::DoNotOptimize(Statistics::weeklySummaries(sessions, now));
+        benchmark::DoNotOptimize(Statistics::taskSummaries(sessions));
+        benchmark::DoNotOptimize(Statistics::attentionCapacityMinutes(sessions));
+        benchmark::DoNotOptimize(Statistics::recommendedMinutes(sessions));
+        benchmark::DoNotOptimize(Statistics::completedSessions(sessions));
+        benchmark::DoNotOptimize(Statistics::sampleSize(sessions));
+        benchmark::DoNotOptimize(Statistics::wanderRateText(sessions));
+        benchmark::DoNotOptimize(Statistics::energyDropText(sessions));
+        benchmark::DoNotOptimize(Statistics::trendPoints(sessions));
+        benchmark::DoNotOptimize(Statistics::taskBreakdownRows(sessions));
+        benchmark::DoNotOptimize(Statistics::taskBreakdownScale(sessions));
+        for (const QString& task : tasks)
+            benchmark::DoNotOptimize(Statistics::taskSessionCount(sessions, task));
+    }
+}
+BENCHMARK(BM_AllInsights)->Apply(sizes);
+
+// Target: 10,000 sessions under 50 ms.
+void BM_CsvText(benchmark::State& state) {
+    const auto& sessions = history(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(CsvExport::csvText(sessions));
+}
+BENCHMARK(BM_CsvText)->Apply(sizes);
+
+} // namespace
+} // namespace quill::bench
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
