@@ -22,24 +22,22 @@ FocusViewModel::FocusViewModel(QObject* parent) : StoreViewModel(parent) {
 }
 
 void FocusViewModel::connectStore(AppStore* s) {
-    auto timerAndPhase = [this] {
+    connect(s, &AppStore::phaseChanged, this, [this] {
         refreshTimer();
         refreshPhaseState();
         refreshHeader();
         refreshMetrics();
-    };
-    connect(s, &AppStore::phaseChanged, this, timerAndPhase);
-    connect(s, &AppStore::remainingSecondsChanged, this, &FocusViewModel::refreshTimer);
-    connect(s, &AppStore::focusedElapsedSecondsChanged, this, &FocusViewModel::refreshTimer);
-    connect(s, &AppStore::breakRemainingSecondsChanged, this, &FocusViewModel::refreshTimer);
+    });
     connect(s, &AppStore::settingsChanged, this, [this] {
         refreshTimer();
         refreshMetrics();
     });
     connect(s, &AppStore::currentEventsChanged, this, &FocusViewModel::refreshCounts);
     connect(s, &AppStore::statisticsChanged, this, &FocusViewModel::refreshStatistics);
-    // Time-derived texts (greeting, next reminder) follow the timer steps.
+    // A step assigns several counters; reading them once it is done redraws the ring and
+    // the time at most once per step, and only when a shown value changed.
     connect(s, &AppStore::stepped, this, [this] {
+        refreshTimer();
         refreshHeader();
         refreshMetrics();
     });

@@ -1,0 +1,96 @@
+#include "ViewModelFixture.h"
+#include "ui/viewmodels/CompletionViewModel.h"
+
+using namespace quill;
+using namespace quill::test;
+
+namespace {
+
+class CompletionViewModelTest : public ViewModelTest {
+protected:
+    CompletionViewModel vm;
+    void SetUp() override { vm.setStore(store.get()); }
+    void endRound(qint64 focusMs) {
+        start(3600);
+        advance(focusMs);
+        store->endSessionForReview();
+    }
+};
+
+TEST_F(CompletionViewModelTest, TheSummaryShowsWholeMinutesAndCounts) {
+    start(180);
+    vm.setStore(store.get());
+    store->recordMindWander();
+    fakes.random->script.push_back(3600);
+    advance(200'000);
+    store->recordMindWander();
+    store->endSessionForReview();
+    EXPECT_EQ(vm.focusedMinutesText(), "3"); // 190 s, remainder dropped
+    EXPECT_EQ(vm.wanderCountText(), "2");
+    EXPECT_EQ(vm.reminderCountText(), "1");
+}
+
+TEST_F(CompletionViewModelTest, UnderAMinuteShowsZero) {
+    endRound(59'000);
+    EXPECT_EQ(vm.focusedMinutesText(), "0");
+}
+
+TEST_F(CompletionViewModelTest, TheTaskChipNamesTheChosenTask) {
+    EXPECT_EQ(vm.taskChipText(), "未分类");
+    EXPECT_FALSE(vm.taskChipIsTask());
+    edit([](AppSettings& s) {
+        s.taskNames = QList<QString>{"Math"};
+        s.selectedTaskName = "Math";
+    });
+    EXPECT_EQ(vm.taskChipText(), "Math");
+    EXPECT_TRUE(vm.taskChipIsTask());
+}
+
+TEST_F(CompletionViewModelTest, SavingAtOnceStoresFourThreeAndNoNote) {
+    endRound(120'000);
+    vm.save();
+    ASSERT_EQ(store->sessionCount(), 1);
+    EXPECT_EQ(store->sessions().first().focusRating, 4);
+    EXPECT_EQ(store->sessions().first().endEnergy, 3);
+    EXPECT_EQ(store->sessions().first().note, "");
+}
+
+TEST_F(CompletionViewModelTest, InputsAreClampedAndStartAfreshWithEachSheet) {
+    endRound(60'000);
+    vm.setFocusRating(9);
+    vm.setEndEnergy(0);
+    vm.setNote("tired after lunch");
+    EXPECT_EQ(vm.focusRating(), 5);
+    EXPECT_EQ(vm.endEnergy(), 1);
+    vm.save();
+    EXPECT_EQ(store->sessions().first().focusRating, 5);
+    EXPECT_EQ(store->sessions().first().note, "tired after lunch");
+
+    endRound(60'000);
+    EXPECT_EQ(vm.focusRating(), 4);
+    EXPECT_EQ(vm.endEnergy(), 3);
+    EXPECT_EQ(vm.note(), "");
+    EXPECT_FALSE(vm.showAbandonConfirmation());
+}
+
+TEST_F(CompletionViewModelTest, ConfirmingTheAbandonDropsTheRound) {
+    endRound(60'000);
+    vm.setShowAbandonConfirmation(true);
+    vm.confirmAbandon();
+    EXPECT_FALSE(vm.showAbandonConfirmation());
+    EXPECT_EQ(store->phase(), SessionPhase::idle);
+    EXPECT_EQ(store->sessionCount(), 0);
+    EXPECT_EQ(vm.focusedMinutesText(), "0");
+}
+
+TEST_F(CompletionViewModelTest, TheMusicLineShowsTheStoresStatus) {
+    EXPECT_EQ(vm.musicMessage(), "");
+    edit([](AppSettings& s) { s.autoPlayMusic = true; });
+    endRound(60'000);
+    EXPECT_EQ(vm.musicMessage(), "正在连接“Apple Music”…");
+    ASSERT_EQ(fakes.music->requests.size(), 1u);
+    fakes.music->requests.front().completion(MusicOutcome{true, "Song — Artist"});
+    EXPECT_EQ(vm.musicMessage(), "正在播放：Song — Artist");
+}
+
+} // namespace

@@ -1,0 +1,122 @@
+#include "ViewModelFixture.h"
+#include "ui/viewmodels/ControlCardViewModel.h"
+
+using namespace quill;
+using namespace quill::test;
+
+namespace {
+
+class ControlCardTest : public ViewModelTest {
+protected:
+    ControlCardViewModel vm;
+    void SetUp() override {
+        edit([](AppSettings& s) { s.taskNames = QList<QString>{"Math", "Reading"}; });
+        vm.setStore(store.get());
+    }
+};
+
+TEST_F(ControlCardTest, HeadingAndLockFollowTheRound) {
+    EXPECT_EQ(vm.headingTitle(), "设计这一轮");
+    EXPECT_EQ(vm.headingSubtitle(), "先选一个今天愿意完成的长度。");
+    EXPECT_FALSE(vm.locked());
+    start();
+    EXPECT_EQ(vm.headingTitle(), "本轮设置");
+    EXPECT_EQ(vm.headingSubtitle(), "开始后锁定，避免反复调整。");
+    EXPECT_TRUE(vm.locked());
+    store->endSessionForReview();
+    EXPECT_FALSE(vm.locked()); // a round waiting for review no longer runs
+}
+
+TEST_F(ControlCardTest, ThePickerListsUncategorisedFirstAndChoosesByIndex) {
+    EXPECT_EQ(vm.taskOptions(), (QStringList{"未分类", "Math", "Reading"}));
+    EXPECT_EQ(vm.taskIndex(), 0);
+    EXPECT_EQ(vm.taskLabel(), "未分类");
+    vm.chooseTask(2);
+    EXPECT_EQ(store->selectedTaskName(), std::optional<QString>("Reading"));
+    EXPECT_EQ(vm.taskIndex(), 2);
+    EXPECT_EQ(vm.taskLabel(), "Reading");
+    vm.chooseTask(0);
+    EXPECT_EQ(store->selectedTaskName(), std::nullopt);
+    vm.chooseTask(1);
+    vm.chooseTask(17); // out of range means no task
+    EXPECT_EQ(store->selectedTaskName(), std::nullopt);
+}
+
+TEST_F(ControlCardTest, LockedControlsChangeNothing) {
+    start();
+    vm.chooseTask(1);
+    vm.chooseDuration(90);
+    vm.setEnergy(1);
+    EXPECT_EQ(store->selectedTaskName(), std::nullopt);
+    EXPECT_EQ(store->settings().selectedDurationMinutes, 50);
+    EXPECT_EQ(store->currentStartEnergy(), 4);
+}
+
+TEST_F(ControlCardTest, DurationAndReminderLabels) {
+    vm.chooseDuration(90);
+    EXPECT_EQ(vm.selectedDuration(), 90);
+    EXPECT_EQ(vm.durationLabel(), "90 分钟");
+    EXPECT_EQ(vm.durationChoices(), (QVariantList{30, 60, 90}));
+    edit([](AppSettings& s) {
+        s.reminderMinimumMinutes = 7;
+        s.reminderMaximumMinutes = 12;
+    });
+    EXPECT_EQ(vm.reminderRangeLabel(), "7–12 分钟");
+}
+
+TEST_F(ControlCardTest, EnergyLabelFollowsTheStartingEnergy) {
+    EXPECT_EQ(vm.energyLevel(), 4);
+    EXPECT_EQ(vm.energyLabel(), "不错");
+    vm.setEnergy(1);
+    EXPECT_EQ(vm.energyLabel(), "很低");
+    store->setCurrentStartEnergy(9);
+    EXPECT_EQ(vm.energyLabel(), "充沛");
+}
+
+TEST_F(ControlCardTest, TheMusicLineDescribesTheEndOfRoundMusic) {
+    EXPECT_EQ(vm.musicLineText(), "可在设置中开启结束音乐");
+    EXPECT_EQ(vm.musicLineSymbol(), "music.note");
+    edit([](AppSettings& s) { s.autoPlayMusic = true; });
+    EXPECT_EQ(vm.musicLineText(), "结束后随机播放 Apple Music");
+    edit([](AppSettings& s) { s.musicService.reset(); });
+    EXPECT_EQ(vm.musicLineText(), "结束后随机播放 Apple Music");
+    edit([](AppSettings& s) { s.musicService = MusicService::netEase; });
+    EXPECT_EQ(vm.musicLineText(), "结束后播放网易云音乐");
+    EXPECT_EQ(vm.musicLineSymbol(), "cloud.fill");
+    edit([](AppSettings& s) { s.autoPlayMusic = false; });
+    EXPECT_EQ(vm.musicLineSymbol(), "music.note");
+}
+
+TEST_F(ControlCardTest, TheNewTaskRowClosesOnlyWhenTheStoreTakesTheName) {
+    EXPECT_EQ(vm.creatorToggleSymbol(), "plus");
+    EXPECT_EQ(vm.creatorToggleHelp(), "新增任务");
+    vm.toggleTaskCreator();
+    EXPECT_TRUE(vm.showTaskCreator());
+    EXPECT_EQ(vm.creatorToggleSymbol(), "xmark");
+    EXPECT_EQ(vm.creatorToggleHelp(), "取消新增任务");
+    EXPECT_FALSE(vm.canAddTask());
+
+    vm.setNewTaskName("   ");
+    EXPECT_TRUE(vm.canAddTask());
+    EXPECT_FALSE(vm.commitNewTask()); // blank names are refused: the row stays as typed
+    EXPECT_TRUE(vm.showTaskCreator());
+    EXPECT_EQ(vm.newTaskName(), "   ");
+
+    vm.setNewTaskName("  Writing ");
+    EXPECT_TRUE(vm.commitNewTask());
+    EXPECT_FALSE(vm.showTaskCreator());
+    EXPECT_EQ(vm.newTaskName(), "");
+    EXPECT_EQ(store->selectedTaskName(), std::optional<QString>("Writing"));
+    EXPECT_EQ(vm.taskOptions().last(), "Writing");
+}
+
+TEST_F(ControlCardTest, ARefusedTaskDuringARoundKeepsTheRowOpen) {
+    vm.toggleTaskCreator();
+    vm.setNewTaskName("Later");
+    start();
+    EXPECT_FALSE(vm.commitNewTask());
+    EXPECT_TRUE(vm.showTaskCreator());
+    EXPECT_EQ(vm.newTaskName(), "Later");
+}
+
+} // namespace

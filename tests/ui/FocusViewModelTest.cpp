@@ -1,0 +1,171 @@
+#include "ViewModelFixture.h"
+#include "ui/viewmodels/FocusViewModel.h"
+
+#include <QSignalSpy>
+#include <QTimeZone>
+
+using namespace quill;
+using namespace quill::test;
+
+namespace {
+
+class FocusViewModelTest : public ViewModelTest {
+protected:
+    FocusViewModel vm;
+    void SetUp() override { vm.setStore(store.get()); }
+};
+
+TEST_F(FocusViewModelTest, IdleShowsTheSelectedLengthOnAFullRing) {
+    edit([](AppSettings& s) { s.selectedDurationMinutes = 25; });
+    EXPECT_EQ(vm.timerText(), "25:00");
+    EXPECT_EQ(vm.timerCaption(), "准备开始");
+    EXPECT_DOUBLE_EQ(vm.progress(), 1.0);
+    EXPECT_EQ(vm.phaseSymbol(), "circle.dotted");
+    EXPECT_EQ(vm.primaryTitle(), "开始这一轮");
+    EXPECT_EQ(vm.primarySymbol(), "play.fill");
+    EXPECT_FALSE(vm.endAvailable());
+    EXPECT_FALSE(vm.active());
+    EXPECT_EQ(vm.subtitle(), "目标不是硬撑得更久，而是越来越了解自己的注意力。");
+}
+
+TEST_F(FocusViewModelTest, ALongRoundShowsUncappedMinutes) {
+    edit([](AppSettings& s) { s.selectedDurationMinutes = 120; });
+    EXPECT_EQ(vm.timerText(), "120:00");
+}
+
+TEST_F(FocusViewModelTest, TheGreetingFollowsTheLocalHour) {
+    // The fake clock starts at 08:30 UTC, 16:30 in Shanghai.
+    EXPECT_EQ(vm.greeting(), "下午好");
+    fakes.clock->set(QDateTime(QDate(2026, 3, 5), QTime(11, 0), Qt::UTC)); // 19:00 local
+    advance(250);
+    EXPECT_EQ(vm.greeting(), "晚上好");
+}
+
+TEST_F(FocusViewModelTest, ACaptionNamesTheDraftsTaskAndThePhase) {
+    edit([](AppSettings& s) {
+        s.taskNames = QList<QString>{"Math"};
+        s.selectedTaskName = "Math";
+    });
+    start(180);
+    EXPECT_EQ(vm.timerCaption(), "Math · 净专注剩余");
+    store->togglePause();
+    EXPECT_EQ(vm.timerCaption(), "Math · 已暂停");
+    EXPECT_EQ(vm.phaseTint(), "amber");
+    EXPECT_EQ(vm.primaryTitle(), "继续");
+    EXPECT_TRUE(vm.endAvailable());
+    store->togglePause();
+    fakes.random->script.push_back(3600);
+    advance(180'250);
+    EXPECT_EQ(store->phase(), SessionPhase::microBreak);
+    EXPECT_EQ(vm.timerCaption(), "Math · 闭眼 · 松肩 · 慢呼吸");
+}
+
+TEST_F(FocusViewModelTest, AMicroBreakShowsBareSecondsAndHidesTheNextReminder) {
+    edit([](AppSettings& s) { s.showNextReminder = true; });
+    start(180);
+    EXPECT_TRUE(vm.nextReminderVisible());
+    advance(250);
+    EXPECT_EQ(vm.nextReminderText(), "02:59"); // truncated, not rounded
+    advance(118'000);
+    EXPECT_EQ(vm.nextReminderText(), "01:01");
+
+    advance(62'000);
+    ASSERT_EQ(store->phase(), SessionPhase::microBreak);
+    EXPECT_EQ(vm.timerText(), "10");
+    EXPECT_FALSE(vm.nextReminderVisible());
+    EXPECT_FALSE(vm.signalsEnabled());
+    EXPECT_FALSE(vm.endAvailable());
+    EXPECT_EQ(vm.primaryTitle(), "提前继续");
+    EXPECT_EQ(vm.primarySymbol(), "arrow.right");
+    EXPECT_EQ(vm.phaseSymbol(), "sparkles");
+    EXPECT_EQ(vm.title(), "让大脑安静十秒");
+
+    vm.primaryAction();
+    EXPECT_EQ(store->phase(), SessionPhase::focusing);
+}
+
+TEST_F(FocusViewModelTest, TheNextReminderMetricIsOnlyShownWhenAskedFor) {
+    start(180);
+    EXPECT_FALSE(vm.nextReminderVisible());
+    edit([](AppSettings& s) { s.showNextReminder = true; });
+    EXPECT_TRUE(vm.nextReminderVisible());
+    // Paused rounds keep the metric, with no reminder due.
+    store->togglePause();
+    EXPECT_TRUE(vm.nextReminderVisible());
+    EXPECT_EQ(vm.nextReminderText(), "—");
+    store->abandonSession();
+    EXPECT_FALSE(vm.nextReminderVisible());
+}
+
+TEST_F(FocusViewModelTest, TheRingGrowsWithNetFocusOnly) {
+    edit([](AppSettings& s) { s.selectedDurationMinutes = 10; });
+    start();
+    EXPECT_DOUBLE_EQ(vm.progress(), 0.01);
+    advance(150'000);
+    EXPECT_DOUBLE_EQ(vm.progress(), 0.25);
+    store->togglePause();
+    advance(60'000);
+    EXPECT_DOUBLE_EQ(vm.progress(), 0.25);
+}
+
+TEST_F(FocusViewModelTest, ATimerStepThatChangesNoTextRedrawsNothing) {
+    start();
+    advance(1'000);
+    QSignalSpy timer(&vm, &FocusViewModel::timerChanged);
+    QSignalSpy header(&vm, &FocusViewModel::headerChanged);
+    QSignalSpy phase(&vm, &FocusViewModel::phaseStateChanged);
+    // Four steps a second: the time text changes once a second.
+    advance(4'000);
+    EXPECT_EQ(timer.count(), 4);
+    EXPECT_EQ(header.count(), 0);
+    EXPECT_EQ(phase.count(), 0);
+    // Idle steps change nothing at all.
+    store->abandonSession();
+    timer.clear();
+    advance(10'000);
+    EXPECT_EQ(timer.count(), 0);
+}
+
+TEST_F(FocusViewModelTest, SignalsCountThisRoundsEvents) {
+    start();
+    vm.recordMindWander();
+    vm.recordMindWander();
+    vm.recordFatigue();
+    EXPECT_EQ(vm.wanderCountText(), "2 次");
+    EXPECT_EQ(vm.fatigueCountText(), "1 次");
+    store->abandonSession();
+    EXPECT_EQ(vm.wanderCountText(), "0 次");
+}
+
+TEST_F(FocusViewModelTest, ThePrimaryActionStartsPausesAndResumes) {
+    vm.primaryAction();
+    EXPECT_EQ(store->phase(), SessionPhase::focusing);
+    vm.primaryAction();
+    EXPECT_EQ(store->phase(), SessionPhase::paused);
+    vm.primaryAction();
+    EXPECT_EQ(store->phase(), SessionPhase::focusing);
+    vm.requestEnd();
+    EXPECT_TRUE(store->showSessionEndDialog());
+}
+
+TEST_F(FocusViewModelTest, PillsAndTheSuggestionComeFromTheStatistics) {
+    EXPECT_EQ(vm.todayMinutesText(), "0 分钟");
+    EXPECT_EQ(vm.todayWanderText(), "0 次");
+    EXPECT_EQ(vm.streakText(), "0 天");
+    EXPECT_EQ(vm.recommendationText(),
+              QStringLiteral("今天的建议：先做 %1 分钟").arg(store->recommendedMinutes()));
+    vm.adoptRecommendation();
+    EXPECT_EQ(store->settings().selectedDurationMinutes, store->recommendedMinutes());
+}
+
+TEST_F(FocusViewModelTest, WithoutAStoreItShowsDefaultsAndIgnoresCommands) {
+    FocusViewModel lonely;
+    EXPECT_EQ(lonely.timerText(), "50:00");
+    lonely.primaryAction();
+    lonely.requestEnd();
+    lonely.adoptRecommendation();
+    vm.setStore(nullptr);
+    EXPECT_EQ(vm.timerCaption(), "准备开始");
+}
+
+} // namespace
