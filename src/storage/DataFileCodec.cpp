@@ -2,10 +2,6 @@
 
 #include "storage/JsonWriter.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTimeZone>
 #include <cmath>
 #include <cstdio>
 
@@ -68,66 +64,6 @@ QByteArray formatDate(const QDateTime& date) {
     char buf[32];
     const QLatin1StringView text = formatDateInto(date, buf);
     return QByteArray(text.data(), text.size());
-}
-
-namespace {
-bool digits(const QString& s, qsizetype from, qsizetype count, int& out) {
-    out = 0;
-    for (qsizetype i = from; i < from + count; ++i) {
-        const QChar c = s.at(i);
-        if (c < QLatin1Char('0') || c > QLatin1Char('9'))
-            return false;
-        out = out * 10 + (c.unicode() - '0');
-    }
-    return true;
-}
-
-bool isHex(QChar c) {
-    return (c >= QLatin1Char('0') && c <= QLatin1Char('9')) ||
-           (c >= QLatin1Char('a') && c <= QLatin1Char('f')) ||
-           (c >= QLatin1Char('A') && c <= QLatin1Char('F'));
-}
-} // namespace
-
-std::optional<QDateTime> parseDate(const QString& s) {
-    // yyyy-MM-ddTHH:mm:ss then Z or ±HH:MM
-    if (s.size() != 20 && s.size() != 25)
-        return std::nullopt;
-    int year, month, day, hour, minute, second;
-    if (!digits(s, 0, 4, year) || s.at(4) != QLatin1Char('-') || !digits(s, 5, 2, month) ||
-        s.at(7) != QLatin1Char('-') || !digits(s, 8, 2, day) ||
-        (s.at(10) != QLatin1Char('T') && s.at(10) != QLatin1Char('t')) || !digits(s, 11, 2, hour) ||
-        s.at(13) != QLatin1Char(':') || !digits(s, 14, 2, minute) || s.at(16) != QLatin1Char(':') ||
-        !digits(s, 17, 2, second))
-        return std::nullopt;
-    int offsetSeconds = 0;
-    if (s.size() == 20) {
-        if (s.at(19) != QLatin1Char('Z') && s.at(19) != QLatin1Char('z'))
-            return std::nullopt;
-    } else {
-        const QChar sign = s.at(19);
-        int oh, om;
-        if ((sign != QLatin1Char('+') && sign != QLatin1Char('-')) || !digits(s, 20, 2, oh) ||
-            s.at(22) != QLatin1Char(':') || !digits(s, 23, 2, om) || oh > 23 || om > 59)
-            return std::nullopt;
-        offsetSeconds = (oh * 3600 + om * 60) * (sign == QLatin1Char('-') ? -1 : 1);
-    }
-    const QDate date(year, month, day);
-    const QTime time(hour, minute, second);
-    if (!date.isValid() || !time.isValid())
-        return std::nullopt;
-    return QDateTime(date, time, Qt::UTC).addSecs(-offsetSeconds);
-}
-
-std::optional<QUuid> parseUuid(const QString& s) {
-    if (s.size() != 36)
-        return std::nullopt;
-    for (qsizetype i = 0; i < 36; ++i) {
-        const bool dash = (i == 8 || i == 13 || i == 18 || i == 23);
-        if (dash ? s.at(i) != QLatin1Char('-') : !isHex(s.at(i)))
-            return std::nullopt;
-    }
-    return QUuid::fromString(s);
 }
 
 // ---------------------------------------------------------------- encoding

@@ -3,6 +3,7 @@
 #include "storage/PersistedData.h"
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <optional>
 
 namespace quill::DataFileCodec {
@@ -16,8 +17,10 @@ std::optional<PersistedData> decode(const QByteArray& bytes);
 /// "2026-03-05T08:30:00Z": UTC, whole seconds.
 QByteArray formatDate(const QDateTime& date);
 /// Internet date-time with "Z" or a numeric offset; fractional seconds are refused.
+std::optional<QDateTime> parseDate(QByteArrayView utf8);
 std::optional<QDateTime> parseDate(const QString& text);
 /// 36 characters, 8-4-4-4-12 hexadecimal groups, either case.
+std::optional<QUuid> parseUuid(QByteArrayView utf8);
 std::optional<QUuid> parseUuid(const QString& text);
 
 } // namespace quill::DataFileCodec

@@ -1,89 +1,31 @@
 // Strict reading of the data file: one bad value anywhere rejects the whole file.
 #include "storage/DataFileCodec.h"
+#include "storage/JsonReader.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <limits>
+#include <QLatin1StringView>
 
 namespace quill::DataFileCodec {
 
 namespace {
-struct Rejected {};
+using Malformed = JsonReader::Malformed;
+using Cursor = JsonReader::Cursor;
 
 [[noreturn]] void reject() {
-    throw Rejected{};
+    throw Malformed{};
 }
 
-QJsonValue required(const QJsonObject& o, QLatin1StringView key) {
-    const QJsonValue v = o.value(key);
-    if (v.isUndefined() || v.isNull())
-        reject();
-    return v;
-}
+/// Which required keys of one object have been read.
+class RequiredKeys {
+public:
+    void saw(int index) { m_seen |= 1u << index; }
+    void requireAll(int count) const {
+        if (m_seen != (1u << count) - 1)
+            reject();
+    }
 
-// Missing and null both read as absent.
-std::optional<QJsonValue> optional(const QJsonObject& o, QLatin1StringView key) {
-    const QJsonValue v = o.value(key);
-    if (v.isUndefined() || v.isNull())
-        return std::nullopt;
-    return v;
-}
-
-qint64 toInt(const QJsonValue& v) {
-    if (!v.isDouble())
-        reject();
-    // Two different fallbacks tell an integer in range from a fraction or an overflow.
-    const qint64 a = v.toInteger(std::numeric_limits<qint64>::min());
-    const qint64 b = v.toInteger(std::numeric_limits<qint64>::max());
-    if (a != b)
-        reject();
-    return a;
-}
-
-double toNumber(const QJsonValue& v) {
-    if (!v.isDouble())
-        reject();
-    return v.toDouble();
-}
-
-bool toBool(const QJsonValue& v) {
-    if (!v.isBool())
-        reject();
-    return v.toBool();
-}
-
-QString toString(const QJsonValue& v) {
-    if (!v.isString())
-        reject();
-    return v.toString();
-}
-
-QJsonObject toObject(const QJsonValue& v) {
-    if (!v.isObject())
-        reject();
-    return v.toObject();
-}
-
-QJsonArray toArray(const QJsonValue& v) {
-    if (!v.isArray())
-        reject();
-    return v.toArray();
-}
-
-QDateTime toDate(const QJsonValue& v) {
-    auto d = parseDate(toString(v));
-    if (!d)
-        reject();
-    return *d;
-}
-
-QUuid toUuid(const QJsonValue& v) {
-    auto id = parseUuid(toString(v));
-    if (!id)
-        reject();
-    return *id;
-}
+private:
+    unsigned m_seen = 0;
+};
 
 template <typename T> T orReject(std::optional<T> value) {
     if (!value)
@@ -91,114 +33,257 @@ template <typename T> T orReject(std::optional<T> value) {
     return *value;
 }
 
-QList<QString> toStrings(const QJsonValue& v) {
+QDateTime readDate(JsonReader& r) {
+    return orReject(parseDate(r.readUtf8()));
+}
+QUuid readUuid(JsonReader& r) {
+    return orReject(parseUuid(r.readUtf8()));
+}
+
+FocusEventKind readKind(JsonReader& r) {
+    static constexpr QLatin1StringView kRaw[] = {
+        QLatin1StringView("reminder"), QLatin1StringView("mindWander"),
+        QLatin1StringView("fatigue"), QLatin1StringView("pause"), QLatin1StringView("resume")};
+    static constexpr FocusEventKind kKinds[] = {FocusEventKind::reminder,
+                                                FocusEventKind::mindWander, FocusEventKind::fatigue,
+                                                FocusEventKind::pause, FocusEventKind::resume};
+    const QByteArrayView raw = r.readUtf8();
+    for (int i = 0; i < 5; ++i)
+        if (raw == QByteArrayView(kRaw[i].data(), kRaw[i].size()))
+            return kKinds[i];
+    reject();
+}
+
+QList<QString> readStrings(JsonReader& r) {
     QList<QString> out;
-    for (const QJsonValue& item : toArray(v))
-        out.append(toString(item));
+    Cursor c;
+    r.beginArray(c);
+    while (r.nextElement(c))
+        out.append(r.readString());
     return out;
 }
 
-FocusEvent readEvent(const QJsonObject& o) {
+FocusEvent readEvent(JsonReader& r) {
     FocusEvent e;
-    e.id = toUuid(required(o, QLatin1StringView("id")));
-    e.date = toDate(required(o, QLatin1StringView("date")));
-    e.elapsedSeconds = toInt(required(o, QLatin1StringView("elapsedSeconds")));
-    e.kind = orReject(focusEventKindFromRaw(toString(required(o, QLatin1StringView("kind")))));
+    RequiredKeys required;
+    Cursor c;
+    QByteArrayView key;
+    r.beginObject(c);
+    while (r.nextMember(c, key)) {
+        if (key == "id") {
+            e.id = readUuid(r);
+            required.saw(0);
+        } else if (key == "date") {
+            e.date = readDate(r);
+            required.saw(1);
+        } else if (key == "elapsedSeconds") {
+            e.elapsedSeconds = r.readInteger();
+            required.saw(2);
+        } else if (key == "kind") {
+            e.kind = readKind(r);
+            required.saw(3);
+        } else {
+            r.skipValue();
+        }
+    }
+    required.requireAll(4);
     return e;
 }
 
-StudySession readSession(const QJsonObject& o) {
-    using L = QLatin1StringView;
+StudySession readSession(JsonReader& r) {
     StudySession s;
-    s.id = toUuid(required(o, L("id")));
-    s.startedAt = toDate(required(o, L("startedAt")));
-    s.endedAt = toDate(required(o, L("endedAt")));
-    if (auto t = optional(o, L("taskName")))
-        s.taskName = toString(*t);
-    s.plannedMinutes = toInt(required(o, L("plannedMinutes")));
-    s.focusedSeconds = toInt(required(o, L("focusedSeconds")));
-    s.reminderMinimumMinutes = toInt(required(o, L("reminderMinimumMinutes")));
-    s.reminderMaximumMinutes = toInt(required(o, L("reminderMaximumMinutes")));
-    s.microBreakSeconds = toInt(required(o, L("microBreakSeconds")));
-    const QJsonArray events = toArray(required(o, L("events")));
-    s.events.reserve(events.size());
-    for (const QJsonValue& e : events)
-        s.events.append(readEvent(toObject(e)));
-    s.startEnergy = toInt(required(o, L("startEnergy")));
-    s.endEnergy = toInt(required(o, L("endEnergy")));
-    s.focusRating = toInt(required(o, L("focusRating")));
-    s.completed = toBool(required(o, L("completed")));
-    s.note = toString(required(o, L("note")));
+    RequiredKeys required;
+    Cursor c;
+    QByteArrayView key;
+    r.beginObject(c);
+    while (r.nextMember(c, key)) {
+        if (key == "id") {
+            s.id = readUuid(r);
+            required.saw(0);
+        } else if (key == "startedAt") {
+            s.startedAt = readDate(r);
+            required.saw(1);
+        } else if (key == "endedAt") {
+            s.endedAt = readDate(r);
+            required.saw(2);
+        } else if (key == "taskName") {
+            if (r.readNull())
+                s.taskName.reset();
+            else
+                s.taskName = r.readString();
+        } else if (key == "plannedMinutes") {
+            s.plannedMinutes = r.readInteger();
+            required.saw(3);
+        } else if (key == "focusedSeconds") {
+            s.focusedSeconds = r.readInteger();
+            required.saw(4);
+        } else if (key == "reminderMinimumMinutes") {
+            s.reminderMinimumMinutes = r.readInteger();
+            required.saw(5);
+        } else if (key == "reminderMaximumMinutes") {
+            s.reminderMaximumMinutes = r.readInteger();
+            required.saw(6);
+        } else if (key == "microBreakSeconds") {
+            s.microBreakSeconds = r.readInteger();
+            required.saw(7);
+        } else if (key == "events") {
+            s.events.clear();
+            Cursor ec;
+            r.beginArray(ec);
+            while (r.nextElement(ec))
+                s.events.append(readEvent(r));
+            required.saw(8);
+        } else if (key == "startEnergy") {
+            s.startEnergy = r.readInteger();
+            required.saw(9);
+        } else if (key == "endEnergy") {
+            s.endEnergy = r.readInteger();
+            required.saw(10);
+        } else if (key == "focusRating") {
+            s.focusRating = r.readInteger();
+            required.saw(11);
+        } else if (key == "completed") {
+            s.completed = r.readBool();
+            required.saw(12);
+        } else if (key == "note") {
+            s.note = r.readString();
+            required.saw(13);
+        } else {
+            r.skipValue();
+        }
+    }
+    required.requireAll(14);
     return s;
 }
 
-AppSettings readSettings(const QJsonObject& o) {
-    using L = QLatin1StringView;
+// An optional field: null and a missing key both leave it absent.
+template <typename T, typename Read>
+void readOptional(JsonReader& r, std::optional<T>& field, Read read) {
+    if (r.readNull())
+        field.reset();
+    else
+        field = read();
+}
+
+AppSettings readSettings(JsonReader& r) {
     AppSettings s;
-    s.selectedDurationMinutes = toInt(required(o, L("selectedDurationMinutes")));
-    s.reminderMinimumMinutes = toInt(required(o, L("reminderMinimumMinutes")));
-    s.reminderMaximumMinutes = toInt(required(o, L("reminderMaximumMinutes")));
-    s.microBreakSeconds = toInt(required(o, L("microBreakSeconds")));
-    s.reminderSound = toString(required(o, L("reminderSound")));
-    s.completionSound = toString(required(o, L("completionSound")));
-    s.showNextReminder = toBool(required(o, L("showNextReminder")));
-    s.autoPlayMusic = toBool(required(o, L("autoPlayMusic")));
+    // Absent unless the file holds them.
     s.musicService.reset();
-    if (auto v = optional(o, L("musicService")))
-        s.musicService = orReject(musicServiceFromRaw(toString(*v)));
-    s.musicSource = orReject(musicSourceFromRaw(toString(required(o, L("musicSource")))));
-    s.playlistName = toString(required(o, L("playlistName")));
     s.appearanceMode.reset();
-    if (auto v = optional(o, L("appearanceMode")))
-        s.appearanceMode = orReject(appearanceModeFromRaw(toString(*v)));
     s.floatingTimerOnMinimize.reset();
-    if (auto v = optional(o, L("floatingTimerOnMinimize")))
-        s.floatingTimerOnMinimize = toBool(*v);
     s.floatingSignalButtons.reset();
-    if (auto v = optional(o, L("floatingSignalButtons")))
-        s.floatingSignalButtons = toBool(*v);
     s.taskNames.reset();
-    if (auto v = optional(o, L("taskNames")))
-        s.taskNames = toStrings(*v);
     s.selectedTaskName.reset();
-    if (auto v = optional(o, L("selectedTaskName")))
-        s.selectedTaskName = toString(*v);
     s.ambientSounds.reset();
-    if (auto v = optional(o, L("ambientSounds")))
-        s.ambientSounds = toStrings(*v);
     s.ambientVolumes.reset();
-    if (auto v = optional(o, L("ambientVolumes"))) {
-        std::map<QString, double> volumes;
-        const QJsonObject map = toObject(*v);
-        for (auto it = map.begin(); it != map.end(); ++it)
-            volumes[it.key()] = toNumber(it.value());
-        s.ambientVolumes = volumes;
-    }
     s.ambientMasterVolume.reset();
-    if (auto v = optional(o, L("ambientMasterVolume")))
-        s.ambientMasterVolume = toNumber(*v);
     s.ambientFollowsFocus.reset();
-    if (auto v = optional(o, L("ambientFollowsFocus")))
-        s.ambientFollowsFocus = toBool(*v);
+
+    RequiredKeys required;
+    Cursor c;
+    QByteArrayView key;
+    r.beginObject(c);
+    while (r.nextMember(c, key)) {
+        if (key == "selectedDurationMinutes") {
+            s.selectedDurationMinutes = r.readInteger();
+            required.saw(0);
+        } else if (key == "reminderMinimumMinutes") {
+            s.reminderMinimumMinutes = r.readInteger();
+            required.saw(1);
+        } else if (key == "reminderMaximumMinutes") {
+            s.reminderMaximumMinutes = r.readInteger();
+            required.saw(2);
+        } else if (key == "microBreakSeconds") {
+            s.microBreakSeconds = r.readInteger();
+            required.saw(3);
+        } else if (key == "reminderSound") {
+            s.reminderSound = r.readString();
+            required.saw(4);
+        } else if (key == "completionSound") {
+            s.completionSound = r.readString();
+            required.saw(5);
+        } else if (key == "showNextReminder") {
+            s.showNextReminder = r.readBool();
+            required.saw(6);
+        } else if (key == "autoPlayMusic") {
+            s.autoPlayMusic = r.readBool();
+            required.saw(7);
+        } else if (key == "musicSource") {
+            s.musicSource = orReject(musicSourceFromRaw(r.readString()));
+            required.saw(8);
+        } else if (key == "playlistName") {
+            s.playlistName = r.readString();
+            required.saw(9);
+        } else if (key == "musicService") {
+            readOptional(r, s.musicService,
+                         [&] { return orReject(musicServiceFromRaw(r.readString())); });
+        } else if (key == "appearanceMode") {
+            readOptional(r, s.appearanceMode,
+                         [&] { return orReject(appearanceModeFromRaw(r.readString())); });
+        } else if (key == "floatingTimerOnMinimize") {
+            readOptional(r, s.floatingTimerOnMinimize, [&] { return r.readBool(); });
+        } else if (key == "floatingSignalButtons") {
+            readOptional(r, s.floatingSignalButtons, [&] { return r.readBool(); });
+        } else if (key == "taskNames") {
+            readOptional(r, s.taskNames, [&] { return readStrings(r); });
+        } else if (key == "selectedTaskName") {
+            readOptional(r, s.selectedTaskName, [&] { return r.readString(); });
+        } else if (key == "ambientSounds") {
+            readOptional(r, s.ambientSounds, [&] { return readStrings(r); });
+        } else if (key == "ambientVolumes") {
+            readOptional(r, s.ambientVolumes, [&] {
+                std::map<QString, double> volumes;
+                Cursor vc;
+                QByteArrayView name;
+                r.beginObject(vc);
+                while (r.nextMember(vc, name)) {
+                    const QString sound = QString::fromUtf8(name);
+                    volumes[sound] = r.readDouble();
+                }
+                return volumes;
+            });
+        } else if (key == "ambientMasterVolume") {
+            readOptional(r, s.ambientMasterVolume, [&] { return r.readDouble(); });
+        } else if (key == "ambientFollowsFocus") {
+            readOptional(r, s.ambientFollowsFocus, [&] { return r.readBool(); });
+        } else {
+            r.skipValue();
+        }
+    }
+    required.requireAll(10);
     return s;
 }
 } // namespace
 
 std::optional<PersistedData> decode(const QByteArray& bytes) {
-    QJsonParseError error;
-    const QJsonDocument doc = QJsonDocument::fromJson(bytes, &error);
-    if (error.error != QJsonParseError::NoError || !doc.isObject())
-        return std::nullopt;
     try {
-        const QJsonObject root = doc.object();
+        JsonReader r(bytes);
         PersistedData data;
-        data.settings = readSettings(toObject(required(root, QLatin1StringView("settings"))));
-        const QJsonArray sessions = toArray(required(root, QLatin1StringView("sessions")));
-        data.sessions.reserve(sessions.size());
-        for (const QJsonValue& s : sessions)
-            data.sessions.append(readSession(toObject(s)));
+        bool haveSettings = false;
+        bool haveSessions = false;
+        Cursor c;
+        QByteArrayView key;
+        r.beginObject(c);
+        while (r.nextMember(c, key)) {
+            if (key == "settings") {
+                data.settings = readSettings(r);
+                haveSettings = true;
+            } else if (key == "sessions") {
+                data.sessions.clear();
+                Cursor sc;
+                r.beginArray(sc);
+                while (r.nextElement(sc))
+                    data.sessions.append(readSession(r));
+                haveSessions = true;
+            } else {
+                r.skipValue();
+            }
+        }
+        r.finish();
+        if (!haveSettings || !haveSessions)
+            return std::nullopt;
         return data;
-    } catch (const Rejected&) {
+    } catch (const Malformed&) {
         return std::nullopt;
     }
 }

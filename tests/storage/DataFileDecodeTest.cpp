@@ -194,8 +194,9 @@ TEST(DataFileIntegers, NegativeAndHugeValuesInRangeLoadExactly) {
 }
 
 TEST(DataFileIntegers, FractionsAndOverflowsRejectTheFile) {
-    for (const char* literal : {"1.5", "0.25", "-0.5", "1e-3", "9223372036854775808",
-                                "18446744073709551616", "1e30", "-1e30"})
+    for (const char* literal :
+         {"1.5", "0.25", "-0.5", "1e-3", "9223372036854775808", "-9223372036854775809",
+          "-9223372036854775808.0", "9007199254740993.0", "18446744073709551616", "1e30", "-1e30"})
         EXPECT_FALSE(DataFileCodec::decode(withPlannedMinutes(literal)).has_value()) << literal;
 }
 

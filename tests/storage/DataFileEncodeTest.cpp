@@ -350,8 +350,8 @@ TEST(DataFileDates, AreUtcWholeSecondsWithZ) {
 TEST(DataFileDates, AnUnsetDateStillWritesAReadableFile) {
     // One bad date must not make the whole history unreadable at the next start.
     StudySession s = plainSession("00000000-0000-0000-0000-000000000001", QDateTime());
-    s.events = {eventAt("00000000-0000-0000-0000-000000000002", QDateTime(), 0,
-                        FocusEventKind::pause)};
+    s.events = {
+        eventAt("00000000-0000-0000-0000-000000000002", QDateTime(), 0, FocusEventKind::pause)};
     const auto decoded = DataFileCodec::decode(DataFileCodec::encode(AppSettings{}, {s}));
     ASSERT_TRUE(decoded.has_value());
     EXPECT_EQ(decoded->sessions.first().startedAt, QDateTime::fromSecsSinceEpoch(0, Qt::UTC));
