@@ -1,5 +1,5 @@
-#include "ViewModelFixture.h"
 #include "ui/viewmodels/AmbientCardViewModel.h"
+#include "ViewModelFixture.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>

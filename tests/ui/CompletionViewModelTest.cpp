@@ -1,5 +1,5 @@
-#include "ViewModelFixture.h"
 #include "ui/viewmodels/CompletionViewModel.h"
+#include "ViewModelFixture.h"
 
 using namespace quill;
 using namespace quill::test;

@@ -1,5 +1,5 @@
-#include "ViewModelFixture.h"
 #include "ui/viewmodels/FocusViewModel.h"
+#include "ViewModelFixture.h"
 
 #include <QSignalSpy>
 #include <QTimeZone>

@@ -1,5 +1,5 @@
-#include "ViewModelFixture.h"
 #include "ui/viewmodels/SettingsBridge.h"
+#include "ViewModelFixture.h"
 
 #include <QFile>
 #include <QSignalSpy>

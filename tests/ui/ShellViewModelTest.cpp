@@ -1,5 +1,5 @@
-#include "ViewModelFixture.h"
 #include "ui/viewmodels/ShellViewModel.h"
+#include "ViewModelFixture.h"
 
 #include <QSignalSpy>
 #include <QVariantMap>

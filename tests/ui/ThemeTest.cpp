@@ -1,5 +1,5 @@
-#include "ui/theme/AdaptiveColor.h"
 #include "ui/theme/Theme.h"
+#include "ui/theme/AdaptiveColor.h"
 #include "ui/theme/ThemeColors.h"
 
 #include <QSignalSpy>

@@ -7,7 +7,7 @@ namespace quill {
 QPoint panelPosition(QPoint cursor, QSize panel, QRect available) {
     constexpr int kGap = 8;
     int x = cursor.x() - panel.width() / 2;
-    const bool trayAtTop = cursor.y() < available.center().y();
+    const bool trayAtTop = !available.isValid() || cursor.y() < available.center().y();
     int y = trayAtTop ? cursor.y() + kGap : cursor.y() - kGap - panel.height();
     if (!available.isValid())
         return {x, y};
