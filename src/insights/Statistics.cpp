@@ -1,9 +1,11 @@
 #include "insights/Statistics.h"
 
+#include "insights/LocalDayStarts.h"
+
 #include <QCollator>
 #include <QLocale>
-#include <QSet>
 #include <algorithm>
+#include <unordered_map>
 
 namespace quill::Statistics {
 
@@ -12,6 +14,37 @@ constexpr qsizetype kCapacitySample = 12;
 
 QDate localDay(const QDateTime& t) {
     return t.toLocalTime().date();
+}
+
+// A local calendar day as a span of instants. Converting each session's start to local time
+// costs a time-zone lookup; comparing instants against a few day boundaries costs nothing.
+struct DaySpan {
+    qint64 start; ///< ms since the epoch of the day's first instant
+    qint64 end;   ///< ms since the epoch of the next day's first instant
+    bool contains(qint64 t) const { return t >= start && t < end; }
+};
+
+qint64 startOfDayMs(const QDate& day) {
+    return day.startOfDay().toMSecsSinceEpoch();
+}
+
+DaySpan daySpan(const QDate& day) {
+    return {startOfDayMs(day), startOfDayMs(day.addDays(1))};
+}
+
+qint64 startMs(const StudySession& s) {
+    return s.startedAt.toMSecsSinceEpoch();
+}
+
+struct ViewHash {
+    std::size_t operator()(QStringView v) const { return qHash(v); }
+};
+
+// The display task name without building it: the trimmed task name, or "未分类".
+QStringView displayNameView(const StudySession& s) {
+    static const QString uncategorized = uncategorizedTaskName();
+    const QStringView trimmed = s.taskName ? QStringView(*s.taskName).trimmed() : QStringView();
+    return trimmed.isEmpty() ? QStringView(uncategorized) : trimmed;
 }
 
 // Per-session estimate of how long focus held, in minutes.
@@ -39,41 +72,52 @@ bool qualifiesForGrowth(const StudySession& s) {
 } // namespace
 
 QList<StudySession> todaySessions(const QList<StudySession>& sessions, const QDateTime& now) {
-    const QDate today = localDay(now);
+    const DaySpan today = daySpan(localDay(now));
     QList<StudySession> out;
     for (const StudySession& s : sessions)
-        if (localDay(s.startedAt) == today)
+        if (today.contains(startMs(s)))
             out.append(s);
     return out;
 }
 
 qint64 todayMinutes(const QList<StudySession>& sessions, const QDateTime& now) {
-    const QDate today = localDay(now);
+    const DaySpan today = daySpan(localDay(now));
     qint64 total = 0;
     for (const StudySession& s : sessions)
-        if (localDay(s.startedAt) == today)
+        if (today.contains(startMs(s)))
             total += s.roundedMinutes();
     return total;
 }
 
 qint64 todayWanderCount(const QList<StudySession>& sessions, const QDateTime& now) {
-    const QDate today = localDay(now);
+    const DaySpan today = daySpan(localDay(now));
     qint64 total = 0;
     for (const StudySession& s : sessions)
-        if (localDay(s.startedAt) == today)
+        if (today.contains(startMs(s)))
             total += s.mindWanderCount();
     return total;
 }
 
 qint64 streakDays(const QList<StudySession>& sessions, const QDateTime& now) {
-    QSet<QDate> days;
+    // Walk back day by day over the sorted start instants; a long streak costs few
+    // time-zone lookups.
+    std::vector<qint64> starts;
+    starts.reserve(sessions.size());
     for (const StudySession& s : sessions)
-        days.insert(localDay(s.startedAt));
+        starts.push_back(startMs(s));
+    std::sort(starts.begin(), starts.end());
+    LocalDayStarts dayStarts;
     QDate cursor = localDay(now);
-    if (!days.contains(cursor))
+    auto hasSession = [&] {
+        const qint64 begin = dayStarts.startMs(cursor);
+        const qint64 end = dayStarts.startMs(cursor.addDays(1));
+        const auto it = std::lower_bound(starts.begin(), starts.end(), begin);
+        return it != starts.end() && *it < end;
+    };
+    if (!hasSession())
         cursor = cursor.addDays(-1);
     qint64 count = 0;
-    while (days.contains(cursor)) {
+    while (cursor.isValid() && hasSession()) {
         ++count;
         cursor = cursor.addDays(-1);
     }
@@ -83,6 +127,7 @@ qint64 streakDays(const QList<StudySession>& sessions, const QDateTime& now) {
 QList<DaySummary> weeklySummaries(const QList<StudySession>& sessions, const QDateTime& now) {
     const QDate today = localDay(now);
     QList<DaySummary> rows;
+    std::vector<DaySpan> spans;
     for (int offset = -6; offset <= 0; ++offset) {
         const QDate day = today.addDays(offset);
         if (!day.isValid())
@@ -90,16 +135,17 @@ QList<DaySummary> weeklySummaries(const QList<StudySession>& sessions, const QDa
         DaySummary row;
         row.date = day.startOfDay();
         rows.append(row);
+        spans.push_back(daySpan(day));
     }
     for (const StudySession& s : sessions) {
-        const qint64 back = localDay(s.startedAt).daysTo(today);
-        if (back < 0 || back > 6)
-            continue;
-        for (DaySummary& row : rows) {
-            if (row.date.date() == localDay(s.startedAt)) {
+        const qint64 t = startMs(s);
+        for (std::size_t i = 0; i < spans.size(); ++i) {
+            if (spans[i].contains(t)) {
+                DaySummary& row = rows[qsizetype(i)];
                 row.minutes += s.roundedMinutes();
                 row.sessions += 1;
                 row.wanderCount += s.mindWanderCount();
+                break;
             }
         }
     }
@@ -108,20 +154,21 @@ QList<DaySummary> weeklySummaries(const QList<StudySession>& sessions, const QDa
 
 QList<TaskSummary> taskSummaries(const QList<StudySession>& sessions) {
     QList<TaskSummary> rows;
-    QHash<QString, qsizetype> index;
     QList<qint64> ratingSums;
+    // Keyed by views into the sessions' own names: no string is built per session.
+    std::unordered_map<QStringView, qsizetype, ViewHash> index;
     for (const StudySession& s : sessions) {
-        const QString name = s.displayTaskName();
+        const QStringView name = displayNameView(s);
         auto it = index.find(name);
         if (it == index.end()) {
-            it = index.insert(name, rows.size());
-            rows.append(TaskSummary{name, 0, 0, 0});
+            it = index.emplace(name, rows.size()).first;
+            rows.append(TaskSummary{name.toString(), 0, 0, 0});
             ratingSums.append(0);
         }
-        TaskSummary& row = rows[*it];
+        TaskSummary& row = rows[it->second];
         row.focusedMinutes += s.roundedMinutes();
         row.sessions += 1;
-        ratingSums[*it] += s.focusRating;
+        ratingSums[it->second] += s.focusRating;
     }
     for (qsizetype i = 0; i < rows.size(); ++i)
         rows[i].averageFocus =
@@ -159,12 +206,27 @@ qint64 recommendedMinutes(const QList<StudySession>& sessions) {
 }
 
 qint64 taskSessionCount(const QList<StudySession>& sessions, const QString& name) {
-    return std::count_if(sessions.begin(), sessions.end(),
-                         [&](const StudySession& s) { return s.displayTaskName() == name; });
+    // Display names are trimmed and never empty, so nothing else can match.
+    if (name.isEmpty() || QStringView(name).trimmed().size() != name.size())
+        return 0;
+    const bool uncategorized = name == uncategorizedTaskName();
+    return std::count_if(sessions.begin(), sessions.end(), [&](const StudySession& s) {
+        if (s.taskName) {
+            // Quick answers before trimming: a stored name equal to the trimmed `name` is its
+            // own display name; a shorter one trims to something shorter still.
+            const QStringView raw = *s.taskName;
+            if (raw.size() == name.size() && raw == name)
+                return true;
+            if (raw.size() < name.size() && !uncategorized)
+                return false;
+        }
+        return displayNameView(s) == name;
+    });
 }
 
 QList<StudySession> completedSessions(const QList<StudySession>& sessions) {
     QList<StudySession> out;
+    out.reserve(sessions.size());
     for (const StudySession& s : sessions)
         if (s.focusedSeconds >= 1)
             out.append(s);
