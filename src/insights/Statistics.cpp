@@ -1,6 +1,6 @@
 #include "insights/Statistics.h"
 
-#include "insights/LocalDayStarts.h"
+#include "model/LocalDayStarts.h"
 
 #include <QCollator>
 #include <QLocale>

@@ -1,3 +1,4 @@
+#include "../model/ScopedTimeZone.h"
 #include "SessionBuilder.h"
 #include "insights/Statistics.h"
 
@@ -7,6 +8,7 @@ namespace quill {
 namespace {
 
 using test::local;
+using test::ScopedTimeZone;
 using test::SessionBuilder;
 
 class DayStatistics : public ::testing::Test {
@@ -140,6 +142,22 @@ TEST_F(DayStatistics, WeekAcrossTheYearEnd) {
     EXPECT_EQ(week.first().date.date(), QDate(2025, 12, 27));
     EXPECT_EQ(week.first().minutes, 5);
     EXPECT_EQ(week.last().date.date(), QDate(2026, 1, 2));
+}
+
+TEST(StreakInADaylightSavingZone, DaysAreCalendarDaysAcrossTheChange) {
+    ScopedTimeZone zone("America/New_York");
+    // 2026-03-08 has 23 hours. Its neighbour's session just after midnight belongs to 9 March.
+    const QDateTime now(QDate(2026, 3, 9), QTime(12, 0), Qt::LocalTime);
+    auto at = [](int month, int day, int h, int m) {
+        return SessionBuilder(QDateTime(QDate(2026, month, day), QTime(h, m), Qt::LocalTime));
+    };
+    EXPECT_EQ(Statistics::streakDays({at(3, 9, 0, 30), at(3, 7, 23, 30)}, now), 1);
+    EXPECT_EQ(Statistics::streakDays({at(3, 9, 0, 30), at(3, 8, 23, 30), at(3, 7, 0, 10)}, now), 3);
+    QList<StudySession> daily;
+    for (int back = 0; back < 500; ++back)
+        daily << StudySession(
+            SessionBuilder(QDateTime(now.date().addDays(-back), QTime(0, 5), Qt::LocalTime)));
+    EXPECT_EQ(Statistics::streakDays(daily, now), 500);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "storage/CsvExport.h"
+#include "../model/ScopedTimeZone.h"
 #include "StorageSamples.h"
 #include "support/FakeServices.h"
 
@@ -6,6 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace quill {
 namespace {
@@ -134,6 +136,46 @@ TEST_F(CsvText, StartTimesFollowTheLocalCalendarAcrossMidnightAndYears) {
         const QString row = CsvExport::csvText({session(start, 60)}).split(QLatin1Char('\n')).at(1);
         EXPECT_EQ(row.section(QLatin1Char(','), 0, 0), QString::fromLatin1(text));
     }
+}
+
+TEST_F(CsvText, StartTimesMatchTheLocaleFormatterInEveryZone) {
+    // Instants around midnights and daylight-saving changes, with long gaps between some.
+    QList<StudySession> sessions;
+    std::mt19937 rng(5);
+    QDateTime t = utc(2014, 12, 31, 15, 0);
+    while (t < utc(2026, 12, 31, 0, 0)) {
+        sessions << session(t, 60);
+        const int step = int(rng() % 100);
+        t = t.addSecs(step < 70   ? qint64(rng() % 7200)
+                      : step < 97 ? qint64(rng() % 200000)
+                                  : qint64(rng() % 90000000));
+    }
+    // The repeated hour when New York falls back, minute by minute.
+    for (int m = 0; m < 150; m += 7)
+        sessions << session(utc(2025, 11, 2, 5, 0).addSecs(m * 60), 60);
+    const QLocale zhCN(QStringLiteral("zh_CN"));
+    for (const char* zone : {"America/New_York", "Europe/London", "Australia/Lord_Howe",
+                             "America/Sao_Paulo", "Asia/Shanghai"}) {
+        test::ScopedTimeZone scoped(zone);
+        const QStringList lines = CsvExport::csvText(sessions).split(QLatin1Char('\n'));
+        QList<QDateTime> starts;
+        for (const StudySession& s : sessions)
+            starts << s.startedAt;
+        std::stable_sort(starts.begin(), starts.end());
+        ASSERT_EQ(lines.size(), starts.size() + 1);
+        for (qsizetype i = 0; i < starts.size(); ++i) {
+            const QString expected =
+                zhCN.toString(starts[i].toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+            ASSERT_EQ(lines[i + 1].section(QLatin1Char(','), 0, 0), expected)
+                << zone << " " << starts[i].toString(Qt::ISODate).toStdString();
+        }
+    }
+}
+
+TEST_F(CsvText, UnsetStartTimeLeavesTheFieldEmpty) {
+    StudySession s = session(QDateTime(), 60);
+    EXPECT_EQ(CsvExport::csvText({s}),
+              kHeader + QStringLiteral(",\"未分类\",30,1,是,4,4,3,0,0,0,\"\""));
 }
 
 // ---------------------------------------------------------------- export through the chooser

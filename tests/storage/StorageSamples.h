@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QStringList>
 #include <QTimeZone>
+#include <ostream>
 
 namespace quill::test {
 
@@ -59,3 +60,6 @@ private:
 };
 
 } // namespace quill::test
+
+// Readable failure messages for Qt strings.
+inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }

@@ -1,4 +1,4 @@
-#include "insights/LocalDayStarts.h"
+#include "model/LocalDayStarts.h"
 
 #include <QDateTime>
 

@@ -1,0 +1,46 @@
+#include "model/LocalDayStarts.h"
+#include "ScopedTimeZone.h"
+
+#include <QDateTime>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace quill {
+namespace {
+
+using test::ScopedTimeZone;
+
+qint64 exactStart(const QDate& day) {
+    return day.startOfDay().toMSecsSinceEpoch();
+}
+
+class DayStartsInZone : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(DayStartsInZone, MatchExactConversionWalkingBack) {
+    ScopedTimeZone zone(GetParam());
+    const QDate today(2026, 3, 9);
+    LocalDayStarts starts;
+    for (int back = 0; back < 4000; ++back) { // back to 2015: Sao Paulo still changed at midnight
+        const QDate day = today.addDays(-back);
+        ASSERT_EQ(starts.startMs(day), exactStart(day)) << day.toString(Qt::ISODate).toStdString();
+    }
+}
+
+TEST_P(DayStartsInZone, MatchExactConversionInAnyOrder) {
+    ScopedTimeZone zone(GetParam());
+    LocalDayStarts starts;
+    std::mt19937 rng(11);
+    const QDate base(2020, 1, 1);
+    for (int i = 0; i < 600; ++i) {
+        const QDate day = base.addDays(qint64(rng() % 3000));
+        ASSERT_EQ(starts.startMs(day), exactStart(day)) << day.toString(Qt::ISODate).toStdString();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Zones, DayStartsInZone,
+                         ::testing::Values("Asia/Shanghai", "America/New_York", "Europe/London",
+                                           "Australia/Lord_Howe", "America/Sao_Paulo",
+                                           "America/Santiago", "Asia/Tehran", "UTC"));
+
+} // namespace
+} // namespace quill
