@@ -174,7 +174,7 @@ TEST(DataFileEncoding, EmptyHistoryWithDefaultSettings) {
 // Walks JSON text and reports every object whose keys are not strictly ascending.
 class KeyOrderScanner {
 public:
-    explicit KeyOrderScanner(const QByteArray& text) : m_text(text) {}
+    explicit KeyOrderScanner(QByteArray text) : m_text(std::move(text)) {}
 
     QStringList problems() {
         value();
@@ -232,7 +232,7 @@ private:
         }
     }
 
-    const QByteArray& m_text;
+    const QByteArray m_text;
     qsizetype m_pos = 0;
     QStringList m_problems;
     int m_objects = 0;
