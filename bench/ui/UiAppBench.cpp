@@ -1,0 +1,110 @@
+// Starts the app exactly as main.cpp does and reports, as key=value lines:
+//   first_frame_ms  process start → first frame of the main window on screen
+//   rss_mb          resident memory with the main window open, after the measuring window
+//   cpu_percent     CPU time of the whole process over the measuring window, in % of one core
+// Options: --round starts a round through the store before measuring; --seconds N sets the
+// measuring window (default 20), which begins after a 3-second settling period.
+#include "audio/AudioServices.h"
+#include "audio/music/MusicServices.h"
+#include "store/AppStore.h"
+#include "store/SystemServices.h"
+#include "ui/UiModule.h"
+#include "ui/shell/UiRuntime.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QQuickWindow>
+#include <QTimer>
+#include <atomic>
+#include <cstdio>
+#include <ctime>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace {
+
+// Milliseconds since this process was started by the kernel, from its start tick.
+double msSinceProcessStart() {
+    QFile stat(QStringLiteral("/proc/self/stat"));
+    if (!stat.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray line = stat.readAll();
+    // Field 22 (starttime) follows the ")" that closes the command name.
+    const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+    const double startTicks = fields.value(19).toDouble();
+    timespec boot{};
+    clock_gettime(CLOCK_BOOTTIME, &boot);
+    const double nowMs = boot.tv_sec * 1000.0 + boot.tv_nsec / 1e6;
+    return nowMs - startTicks * 1000.0 / double(sysconf(_SC_CLK_TCK));
+}
+
+double cpuSeconds() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_utime.tv_sec + usage.ru_utime.tv_usec / 1e6 + usage.ru_stime.tv_sec +
+           usage.ru_stime.tv_usec / 1e6;
+}
+
+double residentMb() {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
+    return -1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    const QStringList args = QCoreApplication::arguments();
+    const bool round = args.contains(QStringLiteral("--round"));
+    const int secondsAt = int(args.indexOf(QStringLiteral("--seconds")));
+    const int seconds = secondsAt > 0 ? args.value(secondsAt + 1).toInt() : 20;
+
+    quill::linkUiModule();
+    quill::UiRuntime::prepareApplication();
+    quill::Services services = quill::makeSystemServices();
+    services.sounds = quill::createSoundPlayer();
+    services.ambient = quill::createAmbientOutput();
+    services.music = quill::createMusicPlayer();
+    quill::UiRuntime runtime(std::move(services));
+    if (!runtime.load())
+        return 1;
+
+    std::atomic<bool> firstFrame{false};
+    QObject::connect(
+        runtime.mainWindow(), &QQuickWindow::frameSwapped, runtime.mainWindow(),
+        [&firstFrame] {
+            if (!firstFrame.exchange(true))
+                std::printf("first_frame_ms=%.1f\n", msSinceProcessStart());
+        },
+        Qt::DirectConnection);
+
+    double cpuAtStart = 0;
+    QElapsedTimer wall;
+    QTimer::singleShot(3000, &app, [&] {
+        if (round)
+            runtime.store()->startSession();
+        cpuAtStart = cpuSeconds();
+        wall.start();
+    });
+    QTimer::singleShot(3000 + seconds * 1000, &app, [&] {
+        const double cpu = cpuSeconds() - cpuAtStart;
+        std::printf("cpu_percent=%.2f\n", 100.0 * cpu / (wall.elapsed() / 1000.0));
+        std::printf("rss_mb=%.1f\n", residentMb());
+        std::printf("backend=%s\n",
+                    qPrintable(runtime.mainWindow()->rendererInterface()->graphicsApi() ==
+                                       QSGRendererInterface::Software
+                                   ? QStringLiteral("software")
+                                   : QStringLiteral("opengl")));
+        std::fflush(stdout);
+        if (round)
+            runtime.store()->abandonSession();
+        QCoreApplication::quit();
+    });
+    return QApplication::exec();
+}
