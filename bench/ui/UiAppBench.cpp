@@ -2,7 +2,8 @@
 //   first_frame_ms  process start → first frame of the main window on screen
 //   rss_mb          resident memory with the main window open, after the measuring window
 //   cpu_percent     CPU time of the whole process over the measuring window, in % of one core
-// Options: --round starts a round through the store before measuring; --seconds N sets the
+// Options: --round starts a round through the store before measuring, --ambient starts the
+// ambient sound (rain); --seconds N sets the
 // measuring window (default 20), which begins after a 3-second settling period.
 #include "audio/AudioServices.h"
 #include "audio/music/MusicServices.h"
@@ -62,6 +63,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     const QStringList args = QCoreApplication::arguments();
     const bool round = args.contains(QStringLiteral("--round"));
+    const bool ambient = args.contains(QStringLiteral("--ambient"));
     const int secondsAt = int(args.indexOf(QStringLiteral("--seconds")));
     const int seconds = secondsAt > 0 ? args.value(secondsAt + 1).toInt() : 20;
 
@@ -89,6 +91,8 @@ int main(int argc, char** argv) {
     QTimer::singleShot(3000, &app, [&] {
         if (round)
             runtime.store()->startSession();
+        if (ambient)
+            runtime.store()->toggleAmbientPlayback();
         cpuAtStart = cpuSeconds();
         wall.start();
     });

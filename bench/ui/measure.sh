@@ -47,5 +47,7 @@ for backend in opengl software; do
     echo "== backend: $backend"
     echo "-- harness, idle";  run_under_x "$harness" --seconds "$seconds" | sed 's/^/   /'
     echo "-- harness, round"; run_under_x "$harness" --round --seconds "$seconds" | sed 's/^/   /'
+    echo "-- harness, ambient sound playing"
+    run_under_x "$harness" --ambient --seconds "$seconds" | sed 's/^/   /'
     echo "-- quillmere, idle"; measure_real_app | sed 's/^/   /'
 done
