@@ -131,6 +131,38 @@ void BM_FullMix(benchmark::State& state) {
 }
 BENCHMARK(BM_FullMix)->Arg(1024);
 
+/// Only the audio thread's share of the full mix: the render callback over eight sources,
+/// with the decoder's work kept out of the timing.
+void BM_MixRender(benchmark::State& state) {
+    auto device = std::make_shared<OfflineAudioDevice>();
+    auto scheduler = std::make_shared<ManualScheduler>();
+    auto streamer = std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::manual);
+    AmbientPlayer::Environment env;
+    env.device = device;
+    env.scheduler = scheduler;
+    env.streamer = streamer;
+    env.resources = AmbientResources(QStringLiteral(QUILL_AMBIENT_DIR));
+    AmbientPlayer player(std::move(env));
+    player.setLevels(allEight());
+    if (!player.play()) {
+        state.SkipWithError("player did not start");
+        return;
+    }
+    scheduler->tick(400);
+    const int frames = int(state.range(0));
+    for (auto _ : state) {
+        streamer->service();
+        scheduler->tick(1);
+        const auto t0 = std::chrono::steady_clock::now();
+        benchmark::DoNotOptimize(device->render(frames).data());
+        state.SetIterationTime(
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count());
+    }
+    state.counters["x_realtime"] = benchmark::Counter(double(state.iterations()) * frames / 48000.0,
+                                                      benchmark::Counter::kIsRate);
+}
+BENCHMARK(BM_MixRender)->Arg(1024)->UseManualTime();
+
 /// Resident memory the seven loaded, playing recordings add to the process.
 void BM_RecordingsMemory(benchmark::State& state) {
     for (auto _ : state) {

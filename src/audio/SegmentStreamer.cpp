@@ -190,6 +190,30 @@ bool SegmentStreamer::fill(Stream& s) {
     chunk->endsSegment = false;
     int frames = 0;
     while (frames < LoopVoice::kChunkFrames) {
+        // Same rate, steady state: the output is the source one frame late, so whole runs
+        // of the decoded block are copied instead of interpolated one by one.
+        if (s.step == 1.0 && s.frac == 1.0 && s.blockPos < s.blockFrames) {
+            const int m = int(
+                std::min<sf_count_t>(s.blockFrames - s.blockPos, LoopVoice::kChunkFrames - frames));
+            float* out = chunk->samples + 2 * frames;
+            out[0] = s.bL;
+            out[1] = s.bR;
+            const float* src = s.block.data() + s.blockPos * s.channels;
+            const int right = s.channels > 1 ? 1 : 0;
+            for (int k = 1; k < m; ++k) {
+                const float* f = src + (k - 1) * s.channels;
+                out[2 * k] = f[0];
+                out[2 * k + 1] = f[right];
+            }
+            const float* last = src + (m - 1) * s.channels;
+            s.aL = out[2 * (m - 1)];
+            s.aR = out[2 * (m - 1) + 1];
+            s.bL = last[0];
+            s.bR = last[right];
+            s.blockPos += m;
+            frames += m;
+            continue;
+        }
         bool exhausted = false;
         while (s.frac >= 1.0) {
             float l, r;
