@@ -7,6 +7,7 @@
 #include "audio/SegmentStreamer.h"
 
 #include <QRandomGenerator>
+#include <algorithm>
 #include <cmath>
 
 namespace quill {
@@ -178,7 +179,18 @@ void AmbientPlayer::stopEngine() {
         m_env.device->stop();
 }
 
-void AmbientPlayer::setLevels(const AmbientLevels& levels) {
+namespace {
+// Levels are linear gains 0…1; anything else (NaN included) would poison the mix.
+float gainOf(float level) {
+    return level > 0.0f ? std::min(level, 1.0f) : 0.0f;
+}
+} // namespace
+
+void AmbientPlayer::setLevels(const AmbientLevels& raw) {
+    AmbientLevels levels = raw;
+    levels.master = gainOf(levels.master);
+    for (float& level : levels.sounds)
+        level = gainOf(level);
     m_targets = levels.sounds;
     m_masterSetting = levels.master;
     m_noiseLevel.store(levels.level(AmbientSound::brownNoise), std::memory_order_relaxed);

@@ -14,7 +14,13 @@ void PeakLimiter::setSampleRate(double sampleRate) {
 void PeakLimiter::process(float* left, float* right, int frames) {
     float gain = m_gain;
     for (int i = 0; i < frames; ++i) {
-        const float peak = std::max(std::fabs(left[i]), std::fabs(right[i]));
+        const float l = std::fabs(left[i]), r = std::fabs(right[i]);
+        if (!(l <= 1e30f && r <= 1e30f)) {
+            // A broken recording (NaN or infinity) must never reach the speakers.
+            left[i] = right[i] = 0.0f;
+            continue;
+        }
+        const float peak = std::max(l, r);
         const float wanted = peak > kThreshold ? kThreshold / peak : 1.0f;
         if (wanted < gain)
             gain = wanted;

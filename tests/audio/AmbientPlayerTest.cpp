@@ -6,8 +6,10 @@
 #include "audio/SegmentStreamer.h"
 #include "support/VirtualScheduler.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <sndfile.h>
 
 #include <cmath>
 #include <deque>
@@ -531,6 +533,39 @@ TEST_F(AmbientPlayerTest, LimiterKeepsAFullMixBelowFullScale) {
         peak = std::max(peak, std::fabs(x));
     EXPECT_LE(peak, PeakLimiter::kThreshold + 1e-6f);
     EXPECT_GT(peak, 0.8f);
+}
+
+TEST_F(AmbientPlayerTest, OutOfRangeLevelsAreClampedAndBrokenSamplesSilenced) {
+    makePlayer();
+    const float nan = std::nanf("");
+    player->setLevels(levels(1.7f, {{S::rain, nan}, {S::waves, -0.5f}, {S::brownNoise, 4.0f}}));
+    EXPECT_EQ(player->noiseLevel(), 1.0f);
+    ASSERT_TRUE(player->play());
+    EXPECT_FALSE(player->hasTrack(S::rain)) << "a NaN level counts as silent";
+    EXPECT_FALSE(player->hasTrack(S::waves));
+    settle();
+    EXPECT_NEAR(player->masterVolume(), 1.0f, 0.0005f);
+
+    // A float recording holding NaN and infinity.
+    std::vector<float> broken{nan, 0.2f, INFINITY, -INFINITY, 0.3f, nan};
+    ASSERT_TRUE(QFile::remove(path(S::fire)));
+    {
+        SF_INFO info{};
+        info.samplerate = 48000;
+        info.channels = 2;
+        info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
+        SNDFILE* f = sf_open(path(S::fire).toLocal8Bit().constData(), SFM_WRITE, &info);
+        ASSERT_NE(f, nullptr);
+        for (int k = 0; k < 400; ++k)
+            sf_writef_float(f, broken.data(), 3);
+        sf_close(f);
+    }
+    player->setLevels(levels(1.0f, {{S::fire, 1.0f}, {S::brownNoise, 0.5f}}));
+    settle();
+    captured.clear();
+    step(10);
+    for (float x : captured)
+        ASSERT_TRUE(std::isfinite(x));
 }
 
 } // namespace
