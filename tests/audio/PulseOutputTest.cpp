@@ -54,11 +54,11 @@ protected:
         server.exportEnvironment();
     }
 
-    std::unique_ptr<AmbientPlayer> makePlayer() {
+    std::unique_ptr<AmbientPlayer> makePlayer(const QString& recordings = {}) {
         AmbientPlayer::Environment env;
         env.device = std::make_shared<SdlAudioDevice>();
         env.scheduler = std::make_shared<PreciseTimerScheduler>();
-        env.resources = AmbientResources(emptyDir.path());
+        env.resources = AmbientResources(recordings.isEmpty() ? emptyDir.path() : recordings);
         return std::make_unique<AmbientPlayer>(std::move(env));
     }
 
@@ -125,6 +125,19 @@ TEST_F(PulseOutputTest, PlaysAgainAfterAFullStop) {
     ASSERT_TRUE(player->play());
     ASSERT_TRUE(rec.waitForFrames(kRate * 2));
     EXPECT_GT(measure(rec, rec.frames() - kRate, rec.frames()).rms, 0.005);
+}
+
+TEST_F(PulseOutputTest, RecordingsStreamThroughTheRealOutput) {
+    auto player = makePlayer(QStringLiteral(QUILL_AMBIENT_DIR));
+    player->setLevels(levels(0.49f, {{AmbientSound::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(player->isTrackPlaying(AmbientSound::rain));
+    MonitorRecorder rec(server, QStringLiteral("quill_a"));
+    ASSERT_TRUE(rec.start());
+    ASSERT_TRUE(rec.waitForFrames(kRate * 3));
+    const Energy e = measure(rec, rec.frames() - kRate, rec.frames());
+    EXPECT_GT(e.rms, 0.003) << "the rain is heard";
+    EXPECT_GT(e.high, 0.3) << "and it is bright, unlike the brown noise";
 }
 
 } // namespace
