@@ -1,5 +1,7 @@
 // Speed of the headless core on long histories: saving, loading, the insight figures and the
-// CSV text. Run with TZ set (e.g. TZ=Asia/Shanghai) so local-time conversions are realistic.
+// CSV text. Build with -DCMAKE_BUILD_TYPE=Release and run bench/core/bench_core. Leave TZ unset
+// as on a desktop: local-time conversions then cost the most. Save times include QSaveFile's
+// fdatasync and rename, so they depend on the disk as much as on the code.
 #include "SyntheticHistory.h"
 #include "insights/Statistics.h"
 #include "storage/CsvExport.h"
