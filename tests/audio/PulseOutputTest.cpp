@@ -1,4 +1,5 @@
 #include "AudioTestSupport.h"
+#include "MonitorRecorder.h"
 #include "PulseTestServer.h"
 #include "audio/AmbientPlayer.h"
 #include "audio/BrownNoiseGenerator.h"
