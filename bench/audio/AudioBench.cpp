@@ -4,6 +4,7 @@
 
 #include "audio/AmbientPlayer.h"
 #include "audio/BrownNoiseGenerator.h"
+#include "audio/NamedSoundSynth.h"
 #include "audio/OfflineAudioDevice.h"
 #include "audio/SdlAudioDevice.h"
 #include "audio/SegmentStreamer.h"
@@ -220,6 +221,16 @@ void BM_RunningMixCpu(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_RunningMixCpu)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+
+/// Synthesising every cue sound once, as the named-sound player does when it is created.
+void BM_NamedSoundSynthesis(benchmark::State& state) {
+    for (auto _ : state) {
+        for (const QString& name : NamedSoundSynth::names())
+            benchmark::DoNotOptimize(NamedSoundSynth::render(name).data());
+        benchmark::DoNotOptimize(NamedSoundSynth::renderBeep().data());
+    }
+}
+BENCHMARK(BM_NamedSoundSynthesis)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -12,6 +12,19 @@ CueMixer::CueMixer(std::vector<std::vector<float>> clips) {
     }
 }
 
+CueMixer::CueMixer(int slots) {
+    for (int i = 0; i < slots; ++i)
+        m_slots.push_back(std::make_unique<Slot>());
+}
+
+void CueMixer::setClip(int slot, std::vector<float> clip) {
+    if (slot >= 0 && slot < int(m_slots.size())) {
+        m_slots[std::size_t(slot)]->clip = std::move(clip);
+        m_slots[std::size_t(slot)]->position = 0;
+        m_slots[std::size_t(slot)]->active = false;
+    }
+}
+
 void CueMixer::trigger(int slot) {
     if (slot >= 0 && slot < int(m_slots.size()))
         m_slots[std::size_t(slot)]->triggers.fetch_add(1, std::memory_order_release);

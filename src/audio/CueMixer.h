@@ -16,7 +16,11 @@ class CueMixer final : public AudioRenderer {
 public:
     /// The clips stay fixed for the mixer's life.
     explicit CueMixer(std::vector<std::vector<float>> clips);
+    /// Empty slots, filled with setClip() before any device renders.
+    explicit CueMixer(int slots);
 
+    /// Only while no device renders this mixer.
+    void setClip(int slot, std::vector<float> clip);
     int slotCount() const { return int(m_slots.size()); }
     /// Any thread.
     void trigger(int slot);

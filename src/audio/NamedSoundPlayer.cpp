@@ -8,12 +8,9 @@
 
 namespace quill {
 
-NamedSoundPlayer::NamedSoundPlayer(Environment environment) : m_env(std::move(environment)) {
-    std::vector<std::vector<float>> clips;
-    for (const QString& name : NamedSoundSynth::names())
-        clips.push_back(NamedSoundSynth::render(name));
-    clips.push_back(NamedSoundSynth::renderBeep());
-    m_mixer = std::make_unique<CueMixer>(std::move(clips));
+NamedSoundPlayer::NamedSoundPlayer(Environment environment)
+    : m_env(std::move(environment)),
+      m_mixer(std::make_unique<CueMixer>(int(NamedSoundSynth::names().size()) + 1)) {
     if (!m_env.runInBackground) {
         auto worker = std::make_shared<SerialWorker>();
         m_worker = worker;
@@ -21,6 +18,15 @@ NamedSoundPlayer::NamedSoundPlayer(Environment environment) : m_env(std::move(en
             w->post(std::move(job));
         };
     }
+    // Synthesis takes a few tens of milliseconds: not on the UI thread. Jobs run in order, so
+    // the clips are in place before the first cue opens the output.
+    CueMixer* mixer = m_mixer.get();
+    m_env.runInBackground([mixer] {
+        const QStringList& names = NamedSoundSynth::names();
+        for (int i = 0; i < int(names.size()); ++i)
+            mixer->setClip(i, NamedSoundSynth::render(names[i]));
+        mixer->setClip(int(names.size()), NamedSoundSynth::renderBeep());
+    });
 }
 
 NamedSoundPlayer::~NamedSoundPlayer() {
