@@ -1,7 +1,11 @@
 #include "audio/AmbientResources.h"
 #include "audio/AmbientSound.h"
 
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
@@ -112,6 +116,38 @@ TEST(RecordingsCharacter, CricketsAreBrighterThanWindAndRainBrighterThanWaves) {
     EXPECT_GT(crickets, 0.5);
     EXPECT_GT(crickets, wind + 0.2);
     EXPECT_LT(share("waves"), share("rain"));
+}
+
+} // namespace
+
+namespace {
+
+TEST(AmbientResourcesLookup, FindsTheBuildTreeAndLooksBesideTheInstalledExecutable) {
+    const AmbientResources defaults;
+    const QString installed = QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                                              QStringLiteral("/../share/quillmere/Ambient"));
+    EXPECT_EQ(defaults.directories().value(0), installed);
+    EXPECT_FALSE(defaults.locate(QStringLiteral("rain")).isEmpty());
+    EXPECT_TRUE(defaults.locate(QStringLiteral("brownNoise")).isEmpty()) << "synthesised, no file";
+    EXPECT_TRUE(defaults.locate(QString()).isEmpty());
+}
+
+TEST(AmbientResourcesLookup, RealRecordingsInOtherFormatsReplaceByRawValue) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    auto touch = [&](const QString& name) {
+        QFile f(dir.path() + QLatin1Char('/') + name);
+        return f.open(QIODevice::WriteOnly);
+    };
+    ASSERT_TRUE(touch(QStringLiteral("wind.ogg")));
+    ASSERT_TRUE(touch(QStringLiteral("fire.wav")));
+    ASSERT_TRUE(touch(QStringLiteral("fire.flac")));
+    ASSERT_TRUE(touch(QStringLiteral("Rain.flac")));
+    const AmbientResources res(dir.path());
+    EXPECT_TRUE(res.locate(QStringLiteral("wind")).endsWith(QStringLiteral("/wind.ogg")));
+    EXPECT_TRUE(res.locate(QStringLiteral("fire")).endsWith(QStringLiteral("/fire.flac")))
+        << "FLAC first";
+    EXPECT_TRUE(res.locate(QStringLiteral("rain")).isEmpty()) << "names are exact";
 }
 
 } // namespace
