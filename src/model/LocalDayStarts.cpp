@@ -25,7 +25,14 @@ void LocalDayStarts::verify(qint64 earlierDay, qint64 laterDay) {
 }
 
 qint64 LocalDayStarts::startMs(const QDate& date) {
+    if (!date.isValid())
+        return 0; // an unset date counts as the epoch's day, never as a walk to it
     const qint64 day = date.toJulianDay();
+    // A day far outside the walked range (a stray date in an imported file) is converted on
+    // its own instead of walking the calendar all the way to it.
+    if (!m_anchors.empty() && (day < m_anchors.begin()->first - kFarDays ||
+                               day > m_anchors.rbegin()->first + kFarDays))
+        return date.startOfDay().toMSecsSinceEpoch();
     if (m_anchors.empty()) {
         exact(day);
         return m_anchors.begin()->second;

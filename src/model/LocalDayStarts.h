@@ -24,6 +24,7 @@ private:
 
     static constexpr qint64 kDayMs = 24 * 3600 * 1000;
     static constexpr qint64 kStretch = 32; ///< days between anchors before checking
+    static constexpr qint64 kFarDays = 800; ///< beyond this, a day is converted on its own
     std::map<qint64, qint64> m_anchors;    ///< julian day → exact start, all stretches checked
 };
 

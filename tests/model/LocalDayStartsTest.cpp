@@ -37,6 +37,17 @@ TEST_P(DayStartsInZone, MatchExactConversionInAnyOrder) {
     }
 }
 
+TEST_P(DayStartsInZone, StrayFarDatesAreConvertedWithoutWalkingToThem) {
+    ScopedTimeZone zone(GetParam());
+    LocalDayStarts starts;
+    const QDate today(2026, 3, 9);
+    ASSERT_EQ(starts.startMs(today), exactStart(today));
+    for (const QDate& far : {QDate(1, 1, 1), QDate(9999, 12, 31), QDate(1970, 1, 1)})
+        EXPECT_EQ(starts.startMs(far), exactStart(far)) << far.toString(Qt::ISODate).toStdString();
+    EXPECT_EQ(starts.startMs(QDate()), 0) << "an unset date never starts a walk";
+    EXPECT_EQ(starts.startMs(today.addDays(-1)), exactStart(today.addDays(-1)));
+}
+
 INSTANTIATE_TEST_SUITE_P(Zones, DayStartsInZone,
                          ::testing::Values("Asia/Shanghai", "America/New_York", "Europe/London",
                                            "Australia/Lord_Howe", "America/Sao_Paulo",
