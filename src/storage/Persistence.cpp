@@ -72,11 +72,19 @@ bool preserveUnreadable(const QString& directory, const QDateTime& now) {
     if (!QFile::exists(path))
         return true;
     const QString stamp = now.toUTC().toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'"));
-    const QString kept = path + QStringLiteral(".unreadable-") + stamp;
-    if (QFile::rename(path, kept) || QFile::copy(path, kept)) {
-        qCWarning(lcStorage).noquote()
-            << "Quillmere data file could not be read; kept it as" << kept;
-        return true;
+    const QString base = path + QStringLiteral(".unreadable-") + stamp;
+    // A second unreadable file within the same second gets a counter, never a refusal.
+    for (int attempt = 1; attempt <= 100; ++attempt) {
+        const QString kept =
+            attempt == 1 ? base : base + QLatin1Char('-') + QString::number(attempt);
+        if (QFile::exists(kept))
+            continue;
+        if (QFile::rename(path, kept) || QFile::copy(path, kept)) {
+            qCWarning(lcStorage).noquote()
+                << "Quillmere data file could not be read; kept it as" << kept;
+            return true;
+        }
+        break;
     }
     qCWarning(lcStorage).noquote()
         << "Quillmere save failed: cannot set aside the unreadable" << path;
