@@ -2,6 +2,9 @@
 
 #include "audio/music/MusicLog.h"
 
+#include <QPointer>
+#include <QThreadPool>
+
 namespace quill {
 
 namespace {
@@ -45,7 +48,25 @@ void MprisNetEaseRequest::run() {
 }
 
 void MprisNetEaseRequest::launch() {
-    switch (m_launcher->launchInBackground()) {
+    // Reading desktop entries and forking the client happen on a pool thread. The answer
+    // comes back queued to a relay in this thread, and is dropped if the request is gone.
+    std::shared_ptr<QObject> relay(new QObject, [](QObject* o) { o->deleteLater(); });
+    QThreadPool::globalInstance()->start(
+        [relay, launcher = m_launcher, self = QPointer<MprisNetEaseRequest>(this)]() mutable {
+            const NetEaseLauncher::Result result = launcher->launchInBackground();
+            QMetaObject::invokeMethod(
+                relay.get(),
+                [self, result] {
+                    if (self)
+                        self->launched(result);
+                },
+                Qt::QueuedConnection);
+            relay.reset();
+        });
+}
+
+void MprisNetEaseRequest::launched(NetEaseLauncher::Result result) {
+    switch (result) {
     case NetEaseLauncher::Result::notInstalled:
         fail(QStringLiteral("没有找到网易云音乐客户端"));
         return;

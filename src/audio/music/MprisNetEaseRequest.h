@@ -27,6 +27,7 @@ protected:
 private:
     static std::optional<QString> netEaseClient(const QList<mpris::PlayerInfo>& players);
     void launch();
+    void launched(NetEaseLauncher::Result result);
     void waitForClient();
     void attempt();
     void sendPlay();
