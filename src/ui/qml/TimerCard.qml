@@ -67,15 +67,13 @@ QuillCard {
                     size: 18
                     color: card.tint
                 }
-                Text {
+                TimerDigits {
                     objectName: "focus.timerText"
                     anchors.horizontalCenter: parent.horizontalCenter
                     text: card.vm.timerText
-                    font.pixelSize: 55
-                    font.weight: Font.Bold
+                    pixelSize: 55
+                    weight: Font.Bold
                     color: Theme.primaryText
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
                 }
                 Text {
                     objectName: "focus.timerCaption"
