@@ -1,7 +1,5 @@
-#include "audio/AudioServices.h"
-#include "audio/music/MusicServices.h"
-#include "store/SystemServices.h"
 #include "ui/UiModule.h"
+#include "ui/shell/DesktopServices.h"
 #include "ui/shell/SingleInstance.h"
 #include "ui/shell/UiRuntime.h"
 
@@ -25,12 +23,7 @@ int main(int argc, char** argv) {
     quill::linkUiModule();
     quill::UiRuntime::prepareApplication();
 
-    quill::Services services = quill::makeSystemServices();
-    services.sounds = quill::createSoundPlayer();
-    services.ambient = quill::createAmbientOutput();
-    services.music = quill::createMusicPlayer();
-
-    quill::UiRuntime runtime(std::move(services));
+    quill::UiRuntime runtime(quill::makeDesktopServices());
     if (!runtime.load())
         return 1;
     QObject::connect(&instance, &quill::SingleInstance::activationRequested, &runtime,

@@ -5,11 +5,9 @@
 // Options: --round starts a round through the store before measuring, --ambient starts the
 // ambient sound (rain); --seconds N sets the
 // measuring window (default 20), which begins after a 3-second settling period.
-#include "audio/AudioServices.h"
-#include "audio/music/MusicServices.h"
 #include "store/AppStore.h"
-#include "store/SystemServices.h"
 #include "ui/UiModule.h"
+#include "ui/shell/DesktopServices.h"
 #include "ui/shell/UiRuntime.h"
 
 #include <QApplication>
@@ -69,11 +67,7 @@ int main(int argc, char** argv) {
 
     quill::linkUiModule();
     quill::UiRuntime::prepareApplication();
-    quill::Services services = quill::makeSystemServices();
-    services.sounds = quill::createSoundPlayer();
-    services.ambient = quill::createAmbientOutput();
-    services.music = quill::createMusicPlayer();
-    quill::UiRuntime runtime(std::move(services));
+    quill::UiRuntime runtime(quill::makeDesktopServices());
     if (!runtime.load())
         return 1;
 
