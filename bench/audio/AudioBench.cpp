@@ -100,23 +100,44 @@ void BM_BrownNoise(benchmark::State& state) {
 }
 BENCHMARK(BM_BrownNoise)->Arg(512)->Arg(1024);
 
+/// The player over an offline device, with timers and decoding driven by the benchmark.
+struct OfflineMix {
+    std::shared_ptr<OfflineAudioDevice> device = std::make_shared<OfflineAudioDevice>();
+    std::shared_ptr<ManualScheduler> scheduler = std::make_shared<ManualScheduler>();
+    std::shared_ptr<SegmentStreamer> streamer =
+        std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::manual);
+    AmbientPlayer player{environment()};
+
+    /// Starts `levels` and ticks until every fade has settled.
+    bool start(const AmbientLevels& levels) {
+        player.setLevels(levels);
+        if (!player.play())
+            return false;
+        scheduler->tick(400);
+        return true;
+    }
+
+private:
+    AmbientPlayer::Environment environment() {
+        AmbientPlayer::Environment env;
+        env.device = device;
+        env.scheduler = scheduler;
+        env.streamer = streamer;
+        env.resources = AmbientResources(QStringLiteral(QUILL_AMBIENT_DIR));
+        return env;
+    }
+};
+
 /// The whole mix with all eight sources, decoding included, on one thread.
 void BM_FullMix(benchmark::State& state) {
-    auto device = std::make_shared<OfflineAudioDevice>();
-    auto scheduler = std::make_shared<ManualScheduler>();
-    auto streamer = std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::manual);
-    AmbientPlayer::Environment env;
-    env.device = device;
-    env.scheduler = scheduler;
-    env.streamer = streamer;
-    env.resources = AmbientResources(QStringLiteral(QUILL_AMBIENT_DIR));
-    AmbientPlayer player(std::move(env));
-    player.setLevels(allEight());
-    if (!player.play()) {
+    OfflineMix mix;
+    if (!mix.start(allEight())) {
         state.SkipWithError("player did not start");
         return;
     }
-    scheduler->tick(400); // every fade settled
+    auto& device = mix.device;
+    auto& scheduler = mix.scheduler;
+    auto& streamer = mix.streamer; // every fade settled
     const int frames = int(state.range(0));
     for (int k = 0; k < 50; ++k) { // fill the rings once
         streamer->service();
@@ -135,21 +156,14 @@ BENCHMARK(BM_FullMix)->Arg(1024);
 /// Only the audio thread's share of the full mix: the render callback over eight sources,
 /// with the decoder's work kept out of the timing.
 void BM_MixRender(benchmark::State& state) {
-    auto device = std::make_shared<OfflineAudioDevice>();
-    auto scheduler = std::make_shared<ManualScheduler>();
-    auto streamer = std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::manual);
-    AmbientPlayer::Environment env;
-    env.device = device;
-    env.scheduler = scheduler;
-    env.streamer = streamer;
-    env.resources = AmbientResources(QStringLiteral(QUILL_AMBIENT_DIR));
-    AmbientPlayer player(std::move(env));
-    player.setLevels(allEight());
-    if (!player.play()) {
+    OfflineMix mix;
+    if (!mix.start(allEight())) {
         state.SkipWithError("player did not start");
         return;
     }
-    scheduler->tick(400);
+    auto& device = mix.device;
+    auto& scheduler = mix.scheduler;
+    auto& streamer = mix.streamer;
     const int frames = int(state.range(0));
     for (auto _ : state) {
         streamer->service();
@@ -168,24 +182,14 @@ BENCHMARK(BM_MixRender)->Arg(1024)->UseManualTime();
 void BM_RecordingsMemory(benchmark::State& state) {
     for (auto _ : state) {
         const long before = residentKb();
-        auto device = std::make_shared<OfflineAudioDevice>();
-        auto scheduler = std::make_shared<ManualScheduler>();
-        auto streamer = std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::manual);
-        AmbientPlayer::Environment env;
-        env.device = device;
-        env.scheduler = scheduler;
-        env.streamer = streamer;
-        env.resources = AmbientResources(QStringLiteral(QUILL_AMBIENT_DIR));
-        AmbientPlayer player(std::move(env));
+        OfflineMix mix;
         AmbientLevels levels = allEight();
         levels.sounds[indexOf(AmbientSound::brownNoise)] = 0.0f;
-        player.setLevels(levels);
-        player.play();
-        scheduler->tick(400);
+        mix.start(levels);
         for (int k = 0; k < 200; ++k) { // four seconds of sound: every ring full, decoders warm
-            streamer->service();
-            device->render(1024);
-            scheduler->tick(1);
+            mix.streamer->service();
+            mix.device->render(1024);
+            mix.scheduler->tick(1);
         }
         state.counters["added_MB"] = double(residentKb() - before) / 1024.0;
     }

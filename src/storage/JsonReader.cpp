@@ -342,18 +342,8 @@ void JsonReader::beginObject(Cursor& cursor) {
 }
 
 bool JsonReader::nextMember(Cursor& cursor, QByteArrayView& key) {
-    const char c = next();
-    if (c == '}') {
-        ++m_p;
-        --m_depth;
+    if (!nextItem(cursor, '}'))
         return false;
-    }
-    if (!cursor.first) {
-        if (c != ',')
-            fail();
-        ++m_p;
-    }
-    cursor.first = false;
     key = stringBytes(m_keyScratch);
     expect(':');
     return true;
@@ -366,8 +356,12 @@ void JsonReader::beginArray(Cursor& cursor) {
 }
 
 bool JsonReader::nextElement(Cursor& cursor) {
+    return nextItem(cursor, ']');
+}
+
+bool JsonReader::nextItem(Cursor& cursor, char close) {
     const char c = next();
-    if (c == ']') {
+    if (c == close) {
         ++m_p;
         --m_depth;
         return false;

@@ -49,6 +49,8 @@ public:
     void finish();
 
 private:
+    /// Steps past the separator before the next item, or past `close` when there is none.
+    bool nextItem(Cursor& cursor, char close);
     [[noreturn]] static void fail();
     void skipSpace();
     char next(); ///< the next significant character, not consumed

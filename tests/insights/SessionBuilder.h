@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/StudySession.h"
+#include "support/SampleSession.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -16,20 +17,8 @@ inline QDateTime local(int y, int mo, int d, int h = 12, int mi = 0, int s = 0) 
 /// Fluent maker of sessions: a 25-minute completed round rated 4 unless told otherwise.
 class SessionBuilder {
 public:
-    explicit SessionBuilder(const QDateTime& start = local(2026, 3, 5, 9)) {
-        m_s.id = QUuid::createUuid();
-        m_s.startedAt = start;
-        m_s.endedAt = start.addSecs(1800);
-        m_s.plannedMinutes = 25;
-        m_s.focusedSeconds = 1500;
-        m_s.reminderMinimumMinutes = 3;
-        m_s.reminderMaximumMinutes = 5;
-        m_s.microBreakSeconds = 10;
-        m_s.startEnergy = 4;
-        m_s.endEnergy = 3;
-        m_s.focusRating = 4;
-        m_s.completed = true;
-    }
+    explicit SessionBuilder(const QDateTime& start = local(2026, 3, 5, 9))
+        : m_s(sampleSession(start)) {}
     SessionBuilder& seconds(qint64 s) { return m_s.focusedSeconds = s, *this; }
     SessionBuilder& minutes(qint64 m) { return seconds(m * 60); }
     SessionBuilder& rating(qint64 r) { return m_s.focusRating = r, *this; }

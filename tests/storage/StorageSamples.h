@@ -2,6 +2,7 @@
 
 #include "model/AppSettings.h"
 #include "model/StudySession.h"
+#include "support/SampleSession.h"
 
 #include <QDateTime>
 #include <QStringList>
@@ -21,19 +22,9 @@ inline FocusEvent eventAt(const char* uuid, const QDateTime& date, qint64 elapse
 
 /// A session with every required field set to plain values.
 inline StudySession plainSession(const char* uuid, const QDateTime& start) {
-    StudySession s;
+    StudySession s = sampleSession(start);
     s.id = QUuid::fromString(QLatin1String(uuid));
-    s.startedAt = start;
-    s.endedAt = start.addSecs(1800);
     s.plannedMinutes = 30;
-    s.focusedSeconds = 1500;
-    s.reminderMinimumMinutes = 3;
-    s.reminderMaximumMinutes = 5;
-    s.microBreakSeconds = 10;
-    s.startEnergy = 4;
-    s.endEnergy = 3;
-    s.focusRating = 4;
-    s.completed = true;
     return s;
 }
 

@@ -4,6 +4,7 @@
 #include "storage/Persistence.h"
 #include "store/AppStore.h"
 #include "support/FakeServices.h"
+#include "support/SampleSession.h"
 
 #include <QDir>
 #include <QFile>
@@ -57,20 +58,7 @@ protected:
 };
 
 inline StudySession sessionAt(const QDateTime& start, qint64 focusedSeconds = 1500) {
-    StudySession s;
-    s.id = QUuid::createUuid();
-    s.startedAt = start;
-    s.endedAt = start.addSecs(focusedSeconds + 60);
-    s.plannedMinutes = 25;
-    s.focusedSeconds = focusedSeconds;
-    s.reminderMinimumMinutes = 3;
-    s.reminderMaximumMinutes = 5;
-    s.microBreakSeconds = 10;
-    s.startEnergy = 4;
-    s.endEnergy = 3;
-    s.focusRating = 4;
-    s.completed = true;
-    return s;
+    return sampleSession(start, focusedSeconds, focusedSeconds + 60);
 }
 
 } // namespace quill::test

@@ -1,6 +1,7 @@
 #include "UiHarness.h"
 
 #include "storage/Persistence.h"
+#include "support/SampleSession.h"
 #include "ui/UiModule.h"
 #include "ui/theme/Theme.h"
 
@@ -122,20 +123,8 @@ void UiHarness::settle(QQuickWindow* in) {
 
 StudySession sessionAt(const QDateTime& start, qint64 focusedSeconds,
                        const std::optional<QString>& task) {
-    StudySession s;
-    s.id = QUuid::createUuid();
-    s.startedAt = start;
-    s.endedAt = start.addSecs(focusedSeconds + 120);
+    StudySession s = sampleSession(start, focusedSeconds, focusedSeconds + 120);
     s.taskName = task;
-    s.plannedMinutes = 25;
-    s.focusedSeconds = focusedSeconds;
-    s.reminderMinimumMinutes = 3;
-    s.reminderMaximumMinutes = 5;
-    s.microBreakSeconds = 10;
-    s.startEnergy = 4;
-    s.endEnergy = 3;
-    s.focusRating = 4;
-    s.completed = true;
     return s;
 }
 
