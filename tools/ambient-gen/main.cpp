@@ -1,4 +1,6 @@
-// Renders Quillmere's ambient recordings: seamless stereo loops, 60 s at 48 kHz, as FLAC.
+// Renders Quillmere's ambient recordings: seamless stereo loops, 60 s at 48 kHz, as
+// 16-bit WAV: seven of them are read continuously while they play, and PCM costs almost
+// nothing to read, where FLAC decoding was most of the mixer's work.
 // Usage: quillmere-ambient-gen <output folder> [raw value ...]   (all seven when none given)
 
 #include "Recipes.h"
@@ -14,11 +16,11 @@ namespace {
 constexpr int kRate = 48000;
 constexpr double kSeconds = 60.0;
 
-bool writeFlac(const std::filesystem::path& path, const ambientgen::LoopCanvas& c) {
+bool writeWav(const std::filesystem::path& path, const ambientgen::LoopCanvas& c) {
     SF_INFO info{};
     info.samplerate = c.rate;
     info.channels = 2;
-    info.format = SF_FORMAT_FLAC | SF_FORMAT_PCM_16;
+    info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
     // Written beside the target and renamed, so an interrupted build leaves no half file.
     const auto temporary = std::filesystem::path(path.string() + ".part");
     SNDFILE* file = sf_open(temporary.c_str(), SFM_WRITE, &info);
@@ -26,10 +28,8 @@ bool writeFlac(const std::filesystem::path& path, const ambientgen::LoopCanvas& 
         std::fprintf(stderr, "cannot write %s: %s\n", temporary.c_str(), sf_strerror(nullptr));
         return false;
     }
-    // A lighter FLAC level decodes about half again as fast for a few percent more bytes;
-    // the player decodes seven of these continuously.
-    double level = 0.3;
-    sf_command(file, SFC_SET_COMPRESSION_LEVEL, &level, sizeof level);
+    // A stray peak above full scale must clip, not wrap around to the opposite sign.
+    sf_command(file, SFC_SET_CLIPPING, nullptr, SF_TRUE);
     std::vector<float> interleaved(c.frames * 2);
     for (std::size_t i = 0; i < c.frames; ++i) {
         interleaved[2 * i] = c.left[i];
@@ -64,7 +64,7 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "unknown recording: %s\n", name.c_str());
             return 2;
         }
-        if (!writeFlac(out / (name + ".flac"), canvas))
+        if (!writeWav(out / (name + ".wav"), canvas))
             return 1;
     }
     return 0;
