@@ -120,6 +120,19 @@ void BM_CsvText(benchmark::State& state) {
 }
 BENCHMARK(BM_CsvText)->Apply(sizes);
 
+// The same with one session dated at the epoch (an unset date from an imported file),
+// which sorts first and so is the first day the export converts.
+void BM_CsvTextWithStrayDate(benchmark::State& state) {
+    QList<StudySession> sessions = history(state.range(0));
+    StudySession stray = sessions.front();
+    stray.startedAt = QDateTime::fromMSecsSinceEpoch(0, Qt::UTC);
+    stray.endedAt = stray.startedAt.addSecs(60);
+    sessions.prepend(stray);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(CsvExport::csvText(sessions));
+}
+BENCHMARK(BM_CsvTextWithStrayDate)->Arg(10000);
+
 } // namespace
 } // namespace quill::bench
 

@@ -24,29 +24,33 @@ void LocalDayStarts::verify(qint64 earlierDay, qint64 laterDay) {
     verify(middle, laterDay);
 }
 
+LocalDayStarts::Island& LocalDayStarts::islandFor(qint64 day) {
+    for (Island& island : m_islands)
+        if (day >= island.first - kFarDays && day <= island.last + kFarDays)
+            return island;
+    // A day far from every checked range (a stray date in an imported file, or the first
+    // day asked for) starts a range of its own instead of a walk all the way to it.
+    exact(day);
+    return m_islands.emplace_back(Island{day, day});
+}
+
 qint64 LocalDayStarts::startMs(const QDate& date) {
     if (!date.isValid())
         return 0; // an unset date counts as the epoch's day, never as a walk to it
     const qint64 day = date.toJulianDay();
-    // A day far outside the walked range (a stray date in an imported file) is converted on
-    // its own instead of walking the calendar all the way to it.
-    if (!m_anchors.empty() && (day < m_anchors.begin()->first - kFarDays ||
-                               day > m_anchors.rbegin()->first + kFarDays))
-        return date.startOfDay().toMSecsSinceEpoch();
-    if (m_anchors.empty()) {
-        exact(day);
-        return m_anchors.begin()->second;
-    }
+    Island& island = islandFor(day);
     // Extend the checked range in whole stretches until it covers the day.
-    while (day < m_anchors.begin()->first) {
-        const qint64 edge = m_anchors.begin()->first;
-        verify(edge - kStretch, edge);
+    while (day < island.first) {
+        verify(island.first - kStretch, island.first);
+        island.first -= kStretch;
     }
-    while (day > m_anchors.rbegin()->first) {
-        const qint64 edge = m_anchors.rbegin()->first;
-        verify(edge, edge + kStretch);
+    while (day > island.last) {
+        verify(island.last, island.last + kStretch);
+        island.last += kStretch;
     }
-    // The nearest anchor at or after the day; no offset changes between them.
+    // The nearest anchor at or after the day. It lies in a checked stretch of this range,
+    // even when it was set by another range grown into this one, so no offset changes
+    // between them.
     const auto anchor = m_anchors.lower_bound(day);
     return anchor->second - (anchor->first - day) * kDayMs;
 }

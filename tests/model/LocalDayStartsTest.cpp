@@ -48,6 +48,21 @@ TEST_P(DayStartsInZone, StrayFarDatesAreConvertedWithoutWalkingToThem) {
     EXPECT_EQ(starts.startMs(today.addDays(-1)), exactStart(today.addDays(-1)));
 }
 
+TEST_P(DayStartsInZone, RangesStartedApartStayExactWhereTheyMeet) {
+    // A stray date asked for first must not spoil the walk over the real history, and
+    // ranges begun far apart must stay exact as they grow into each other.
+    ScopedTimeZone zone(GetParam());
+    LocalDayStarts starts;
+    EXPECT_EQ(starts.startMs(QDate(1970, 1, 1)), exactStart(QDate(1970, 1, 1)));
+    std::mt19937 rng(5);
+    const QDate bases[] = {QDate(1975, 6, 1), QDate(2026, 3, 9), QDate(2000, 1, 1),
+                           QDate(1988, 10, 30)};
+    for (int i = 0; i < 1500; ++i) {
+        const QDate day = bases[rng() % 4].addDays(qint64(rng() % 4000) - 2000);
+        ASSERT_EQ(starts.startMs(day), exactStart(day)) << day.toString(Qt::ISODate).toStdString();
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Zones, DayStartsInZone,
                          ::testing::Values("Asia/Shanghai", "America/New_York", "Europe/London",
                                            "Australia/Lord_Howe", "America/Sao_Paulo",
