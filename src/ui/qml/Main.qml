@@ -70,12 +70,42 @@ Window {
             visible: shell.selectedKey === "focus"
         }
 
-        PlaceholderScreen {
-            objectName: "placeholderScreen"
+        // The other sections are built the first time they are shown and kept after that.
+        Loader {
+            objectName: "insightsLoader"
             anchors.fill: parent
-            visible: shell.selectedKey !== "focus"
-            sectionTitle: shell.sections[shell.selectedIndex].title
-            sectionSymbol: shell.sections[shell.selectedIndex].symbol
+            visible: shell.selectedKey === "insights"
+            active: visible || status !== Loader.Null
+            sourceComponent: InsightsScreen {
+                objectName: "insightsScreen"
+                store: root.store
+                settings: settingsBridge
+                shell: shell
+            }
+        }
+        Loader {
+            objectName: "historyLoader"
+            anchors.fill: parent
+            visible: shell.selectedKey === "history"
+            active: visible || status !== Loader.Null
+            sourceComponent: HistoryScreen {
+                objectName: "historyScreen"
+                store: root.store
+                settings: settingsBridge
+                shell: shell
+            }
+        }
+        Loader {
+            objectName: "settingsLoader"
+            anchors.fill: parent
+            visible: shell.selectedKey === "settings"
+            active: visible || status !== Loader.Null
+            sourceComponent: SettingsScreen {
+                objectName: "settingsScreen"
+                store: root.store
+                settings: settingsBridge
+                shell: shell
+            }
         }
 
         Toast {
