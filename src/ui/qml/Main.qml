@@ -18,6 +18,8 @@ Window {
     color: Theme.background
 
     ShellViewModel { id: shell; store: root.store }
+    // Loaded screens have a `shell` property of their own, so they reach this one by another name.
+    property alias shellModel: shell
     SettingsBridge { id: settingsBridge; store: root.store }
 
     // Both windows follow the chosen appearance; the palette resolves at draw time.
@@ -80,7 +82,7 @@ Window {
                 objectName: "insightsScreen"
                 store: root.store
                 settings: settingsBridge
-                shell: shell
+                shell: root.shellModel
             }
         }
         Loader {
@@ -92,7 +94,7 @@ Window {
                 objectName: "historyScreen"
                 store: root.store
                 settings: settingsBridge
-                shell: shell
+                shell: root.shellModel
             }
         }
         Loader {
@@ -104,7 +106,7 @@ Window {
                 objectName: "settingsScreen"
                 store: root.store
                 settings: settingsBridge
-                shell: shell
+                shell: root.shellModel
             }
         }
 
