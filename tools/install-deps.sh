@@ -16,6 +16,7 @@ packages=(
   pulseaudio pulseaudio-utils dbus dbus-x11 xvfb xauth
   dbus-daemon # the music tests start a private session bus of their own
   fonts-noto-cjk fonts-material-design-icons-iconfont
+  desktop-file-utils appstream # the packaging tests validate the desktop entry and metainfo
 )
 
 missing=()

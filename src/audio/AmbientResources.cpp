@@ -3,21 +3,30 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 namespace quill {
 
 AmbientResources::AmbientResources() {
     const QString appDir =
         QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QString();
-    if (!appDir.isEmpty()) {
-        // Installed: <prefix>/bin/quillmere and <prefix>/share/quillmere/Ambient.
-        m_directories << QDir::cleanPath(appDir + QStringLiteral("/../share/quillmere/Ambient"));
-        m_directories << QDir::cleanPath(appDir + QStringLiteral("/share/quillmere/Ambient"));
+    m_directories =
+        searchOrder(appDir, QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation));
+}
+
+QStringList AmbientResources::searchOrder(const QString& applicationDir,
+                                          const QStringList& dataDirs) {
+    QStringList order;
+    // <prefix>/bin/quillmere beside <prefix>/share/quillmere/Ambient, whatever the prefix;
+    // a build tree has the same shape (src/quillmere beside share/).
+    if (!applicationDir.isEmpty())
+        order << QDir::cleanPath(applicationDir + QStringLiteral("/../share/quillmere/Ambient"));
+    for (const QString& dir : dataDirs) {
+        const QString candidate = QDir::cleanPath(dir + QStringLiteral("/quillmere/Ambient"));
+        if (!order.contains(candidate))
+            order << candidate;
     }
-#ifdef QUILL_BUILD_AMBIENT_DIR
-    // Build tree: executables sit in subfolders, the rendered recordings in the top one.
-    m_directories << QStringLiteral(QUILL_BUILD_AMBIENT_DIR);
-#endif
+    return order;
 }
 
 AmbientResources::AmbientResources(QString directory) {

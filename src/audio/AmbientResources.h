@@ -6,8 +6,9 @@
 namespace quill {
 
 /// Finds the ambient recordings: files named after a sound's raw value in the resource folder
-/// "Ambient", next to the executable's share folder in both the build and the installed tree.
-/// Any format libsndfile reads works, so real recordings can replace the generated ones.
+/// "Ambient", first in the share folder beside the executable's (installed in any prefix, or
+/// the build tree), then in the XDG data folders. Any format libsndfile reads works, so real
+/// recordings can replace the generated ones.
 class AmbientResources {
 public:
     /// Looks in the default places.
@@ -18,6 +19,9 @@ public:
     /// The recording for raw, or an empty string when there is none.
     QString locate(const QString& raw) const;
     const QStringList& directories() const { return m_directories; }
+
+    /// The folders tried, in order, for an executable in applicationDir.
+    static QStringList searchOrder(const QString& applicationDir, const QStringList& dataDirs);
 
     /// Extensions tried, in order.
     static const QStringList& extensions();

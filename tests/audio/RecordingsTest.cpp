@@ -122,14 +122,33 @@ TEST(RecordingsCharacter, CricketsAreBrighterThanWindAndRainBrighterThanWaves) {
 
 namespace {
 
-TEST(AmbientResourcesLookup, FindsTheBuildTreeAndLooksBesideTheInstalledExecutable) {
+TEST(AmbientResourcesLookup, BesideTheExecutableFirstThenTheXdgDataFolders) {
+    QTemporaryDir home, system;
+    ASSERT_TRUE(home.isValid() && system.isValid());
+    auto put = [](const QTemporaryDir& root, const QString& name) {
+        QDir(root.path()).mkpath(QStringLiteral("quillmere/Ambient"));
+        QFile f(root.path() + QStringLiteral("/quillmere/Ambient/") + name);
+        return f.open(QIODevice::WriteOnly);
+    };
+    ASSERT_TRUE(put(home, QStringLiteral("rain.ogg")));
+    ASSERT_TRUE(put(system, QStringLiteral("rain.flac")));
+    ASSERT_TRUE(put(system, QStringLiteral("wind.wav")));
+    const QByteArray oldHome = qgetenv("XDG_DATA_HOME"), oldDirs = qgetenv("XDG_DATA_DIRS");
+    qputenv("XDG_DATA_HOME", home.path().toUtf8());
+    qputenv("XDG_DATA_DIRS", system.path().toUtf8());
     const AmbientResources defaults;
-    const QString installed = QDir::cleanPath(QCoreApplication::applicationDirPath() +
-                                              QStringLiteral("/../share/quillmere/Ambient"));
-    EXPECT_EQ(defaults.directories().value(0), installed);
-    EXPECT_FALSE(defaults.locate(QStringLiteral("rain")).isEmpty());
+    qputenv("XDG_DATA_HOME", oldHome);
+    qputenv("XDG_DATA_DIRS", oldDirs);
+
+    EXPECT_EQ(defaults.directories().value(0),
+              QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                              QStringLiteral("/../share/quillmere/Ambient")));
+    EXPECT_TRUE(defaults.locate(QStringLiteral("rain")).startsWith(home.path()))
+        << "the user's folder before the system's";
+    EXPECT_TRUE(defaults.locate(QStringLiteral("wind")).startsWith(system.path()));
     EXPECT_TRUE(defaults.locate(QStringLiteral("brownNoise")).isEmpty()) << "synthesised, no file";
-    EXPECT_TRUE(defaults.locate(QString()).isEmpty());
+    for (const QString& dir : defaults.directories())
+        EXPECT_FALSE(dir.startsWith(QStringLiteral(QUILL_AMBIENT_DIR))) << "never the build tree";
 }
 
 TEST(AmbientResourcesLookup, RealRecordingsInOtherFormatsReplaceByRawValue) {

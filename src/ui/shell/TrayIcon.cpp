@@ -1,5 +1,6 @@
 #include "TrayIcon.h"
 
+#include "AppIdentity.h"
 #include "MainWindowRestorer.h"
 #include "PanelPlacement.h"
 #include "TrayIconArt.h"
@@ -64,14 +65,17 @@ void TrayIcon::setMainWindow(QQuickWindow* window) {
 }
 
 void TrayIcon::updateIcon() {
-    QIcon icon;
-    // The tray draws on both light and dark panels: the running round's leaf is mint,
-    // the idle outline a light neutral that reads on either.
-    const QColor color =
-        m_symbol.endsWith(QLatin1String(".fill")) ? colorFromRgb(0x78D7B2) : colorFromRgb(0xC9D4D0);
+    // The installed icons by name, so the desktop draws them in its own panel style: the
+    // monochrome one while idle, the mint one during a round. Run from a build tree, the
+    // built-in drawings stand in: the idle outline a light neutral that reads on light and
+    // dark panels, the running round's leaf mint.
+    const bool running = m_symbol.endsWith(QLatin1String(".fill"));
+    const QColor color = running ? colorFromRgb(0x78D7B2) : colorFromRgb(0xC9D4D0);
+    QIcon builtIn;
     for (int size : {16, 22, 24, 32, 48, 64})
-        icon.addPixmap(QPixmap::fromImage(trayIconImage(m_symbol, size, color)));
-    m_tray->setIcon(icon);
+        builtIn.addPixmap(QPixmap::fromImage(trayIconImage(m_symbol, size, color)));
+    const QString name = running ? appId() : appId() + QStringLiteral("-symbolic");
+    m_tray->setIcon(QIcon::fromTheme(name, builtIn));
 }
 
 void TrayIcon::activate() {
