@@ -1,11 +1,12 @@
 #include "insights/Statistics.h"
 
+#include "insights/NumberText.h"
 #include "model/LocalDayStarts.h"
 
 #include <QCollator>
+#include <QHash>
 #include <QLocale>
 #include <algorithm>
-#include <unordered_map>
 
 namespace quill::Statistics {
 
@@ -36,15 +37,23 @@ qint64 startMs(const StudySession& s) {
     return s.startedAt.toMSecsSinceEpoch();
 }
 
-struct ViewHash {
-    std::size_t operator()(QStringView v) const { return qHash(v); }
-};
-
 // The display task name without building it: the trimmed task name, or "未分类".
 QStringView displayNameView(const StudySession& s) {
     static const QString uncategorized = uncategorizedTaskName();
     const QStringView trimmed = s.taskName ? QStringView(*s.taskName).trimmed() : QStringView();
     return trimmed.isEmpty() ? QStringView(uncategorized) : trimmed;
+}
+
+// The display name in one canonical form, so a name typed with a combining accent and the
+// same name precomposed are one task, as the task list treats them.
+QString groupKey(const StudySession& s) {
+    const QStringView name = displayNameView(s);
+    // Sharing the stored name when it needs no trimming keeps the common case allocation-free;
+    // normalising text that is already composed only checks it.
+    const bool whole =
+        s.taskName && name.data() == s.taskName->constData() && name.size() == s.taskName->size();
+    const QString owned = whole ? *s.taskName : name.toString();
+    return owned.normalized(QString::NormalizationForm_C);
 }
 
 // Per-session estimate of how long focus held, in minutes.
@@ -155,20 +164,19 @@ QList<DaySummary> weeklySummaries(const QList<StudySession>& sessions, const QDa
 QList<TaskSummary> taskSummaries(const QList<StudySession>& sessions) {
     QList<TaskSummary> rows;
     QList<qint64> ratingSums;
-    // Keyed by views into the sessions' own names: no string is built per session.
-    std::unordered_map<QStringView, qsizetype, ViewHash> index;
+    // A group shows the name as its newest session wrote it.
+    QHash<QString, qsizetype> index;
     for (const StudySession& s : sessions) {
-        const QStringView name = displayNameView(s);
-        auto it = index.find(name);
+        auto it = index.find(groupKey(s));
         if (it == index.end()) {
-            it = index.emplace(name, rows.size()).first;
-            rows.append(TaskSummary{name.toString(), 0, 0, 0});
+            it = index.insert(groupKey(s), rows.size());
+            rows.append(TaskSummary{displayNameView(s).toString(), 0, 0, 0});
             ratingSums.append(0);
         }
-        TaskSummary& row = rows[it->second];
+        TaskSummary& row = rows[it.value()];
         row.focusedMinutes += s.roundedMinutes();
         row.sessions += 1;
-        ratingSums[it->second] += s.focusRating;
+        ratingSums[it.value()] += s.focusRating;
     }
     for (qsizetype i = 0; i < rows.size(); ++i)
         rows[i].averageFocus =
@@ -209,18 +217,12 @@ qint64 taskSessionCount(const QList<StudySession>& sessions, const QString& name
     // Display names are trimmed and never empty, so nothing else can match.
     if (name.isEmpty() || QStringView(name).trimmed().size() != name.size())
         return 0;
-    const bool uncategorized = name == uncategorizedTaskName();
+    const QString key = name.normalized(QString::NormalizationForm_C);
     return std::count_if(sessions.begin(), sessions.end(), [&](const StudySession& s) {
-        if (s.taskName) {
-            // Quick answers before trimming: a stored name equal to the trimmed `name` is its
-            // own display name; a shorter one trims to something shorter still.
-            const QStringView raw = *s.taskName;
-            if (raw.size() == name.size() && raw == name)
-                return true;
-            if (raw.size() < name.size() && !uncategorized)
-                return false;
-        }
-        return displayNameView(s) == name;
+        // A stored name equal to `name` is its own display name: no trimming or normalising.
+        if (s.taskName && *s.taskName == name)
+            return true;
+        return groupKey(s) == key;
     });
 }
 
@@ -248,7 +250,8 @@ QString wanderRateText(const QList<StudySession>& sessions) {
     }
     if (minutes < 1)
         return QStringLiteral("—");
-    return QString::asprintf("%.1f 次/时", double(wanders) / double(minutes) * 60.0);
+    return numbertext::oneDecimal(double(wanders) / double(minutes) * 60.0) +
+           QStringLiteral(" 次/时");
 }
 
 QString energyDropText(const QList<StudySession>& sessions) {
@@ -262,7 +265,7 @@ QString energyDropText(const QList<StudySession>& sessions) {
     }
     if (count == 0)
         return QStringLiteral("—");
-    return QString::asprintf("%+.1f 格", sum / double(count));
+    return numbertext::signedOneDecimal(sum / double(count)) + QStringLiteral(" 格");
 }
 
 QList<StudySession> trendPoints(const QList<StudySession>& sessions) {

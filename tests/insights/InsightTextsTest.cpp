@@ -66,6 +66,13 @@ INSTANTIATE_TEST_SUITE_P(
         RateCase{
             "oneDecimal", {SessionBuilder().minutes(7).wanders(1)}, QStringLiteral("8.6 次/时")},
         RateCase{"noWanders", {SessionBuilder().minutes(25)}, QStringLiteral("0.0 次/时")},
+        // 9 wanders in 240 minutes is exactly 2.25 an hour: an exact half rounds to even.
+        RateCase{"exactHalfRoundsToEven",
+                 {SessionBuilder().minutes(240).wanders(9)},
+                 QStringLiteral("2.2 次/时")},
+        RateCase{"halfAboveEvenRoundsUp", // 0.75 → 0.8
+                 {SessionBuilder().minutes(80).wanders(1)},
+                 QStringLiteral("0.8 次/时")},
         RateCase{"endedEarlyStillCounts",
                  {SessionBuilder().minutes(60).completed(false).wanders(12)},
                  QStringLiteral("12.0 次/时")}),
@@ -105,6 +112,10 @@ INSTANTIATE_TEST_SUITE_P(
         EnergyCase{"zeroSecondRoundsLeftOut",
                    {SessionBuilder().energy(4, 5), SessionBuilder().seconds(0).energy(5, 1)},
                    QStringLiteral("+1.0 格")},
+        EnergyCase{"minusAQuarterRoundsToEven",
+                   {SessionBuilder().energy(3, 2), SessionBuilder().energy(3, 3),
+                    SessionBuilder().energy(3, 3), SessionBuilder().energy(3, 3)},
+                   QStringLiteral("-0.2 格")},
         EnergyCase{"aThird",
                    {SessionBuilder().energy(3, 4), SessionBuilder().energy(3, 3),
                     SessionBuilder().energy(3, 3)},

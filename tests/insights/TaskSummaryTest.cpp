@@ -63,6 +63,18 @@ TEST(TaskSummaries, NamesEqualIgnoringCaseKeepTheirFirstAppearanceOrder) {
     EXPECT_EQ(names(Statistics::taskSummaries({upper, lower})), (QStringList{"Task", "task"}));
 }
 
+TEST(TaskSummaries, ComposedAndDecomposedSpellingsAreOneTask) {
+    const QString composed = QStringLiteral("Caf\u00e9");
+    const QString decomposed = QStringLiteral("Cafe\u0301");
+    const QList<StudySession> sessions{taskSession(decomposed, 600, 5),
+                                       taskSession(composed + QStringLiteral(" "), 1200, 3)};
+    const QList<TaskSummary> rows = Statistics::taskSummaries(sessions);
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0], (TaskSummary{decomposed, 30, 2, 4.0})); // shown as the newest wrote it
+    EXPECT_EQ(Statistics::taskSessionCount(sessions, composed), 2);
+    EXPECT_EQ(Statistics::taskSessionCount(sessions, decomposed), 2);
+}
+
 TEST(TaskSummaries, BreakdownTakesTheFirstEightRows) {
     QList<StudySession> sessions;
     for (int i = 1; i <= 11; ++i)

@@ -1,16 +1,138 @@
 import QtQuick
+import QtQuick.Controls.Basic
 import Quillmere
 
-// The history section; built the first time it is shown.
+// The "记录" section: heading with the export, three totals and one card per stored round,
+// built as they scroll into view; an empty state before the first round.
 Item {
     id: screen
     required property AppStore store
     required property SettingsBridge settings
     required property ShellViewModel shell
 
-    PlaceholderScreen {
+    HistoryViewModel { id: vm; store: screen.store }
+
+    ListView {
+        id: list
+        objectName: "history.list"
         anchors.fill: parent
-        sectionTitle: screen.shell.sections[screen.shell.selectedIndex].title
-        sectionSymbol: screen.shell.sections[screen.shell.selectedIndex].symbol
+        anchors.leftMargin: 30
+        anchors.rightMargin: 30
+        topMargin: 34
+        bottomMargin: 30
+        spacing: 12
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        model: vm.sessions
+        activeFocusOnTab: !vm.empty
+        keyNavigationEnabled: true
+        highlightFollowsCurrentItem: false
+        currentIndex: 0
+        cacheBuffer: 400
+        Accessible.role: Accessible.List
+        Accessible.name: "专注记录"
+        ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
+
+        // The card's menu from the keyboard, as a right click opens it.
+        Keys.onMenuPressed: openCurrentMenu()
+        Keys.onDeletePressed: if (currentIndex >= 0) vm.requestDelete(currentIndex)
+        Keys.onPressed: (event) => {
+            if (event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier)) {
+                openCurrentMenu();
+                event.accepted = true;
+            }
+        }
+        function openCurrentMenu() {
+            if (currentItem)
+                currentItem.openMenu(24, currentItem.height / 2);
+        }
+
+        header: Column {
+            width: list.width
+            spacing: 22
+            bottomPadding: 20
+
+            Item {
+                width: parent.width
+                height: Math.max(heading.implicitHeight, exportButton.implicitHeight)
+                SectionHeading {
+                    id: heading
+                    objectName: "history.heading"
+                    anchors.left: parent.left
+                    anchors.bottom: parent.bottom
+                    eyebrow: "Focus Journal"
+                    title: "每一轮，都是一条线索"
+                    subtitle: "记录不是监督，而是帮你找到更适合自己的节律。"
+                }
+                QuillSecondaryButton {
+                    id: exportButton
+                    objectName: "history.export"
+                    anchors.right: parent.right
+                    anchors.bottom: parent.bottom
+                    text: "导出 CSV"
+                    symbol: "square.and.arrow.up"
+                    onClicked: vm.exportCsv()
+                }
+            }
+
+            Row {
+                objectName: "history.totals"
+                visible: !vm.empty
+                spacing: 34
+                HistorySummaryMetric {
+                    objectName: "history.total.count"
+                    symbol: "circle.grid.2x2.fill"
+                    value: vm.countText
+                    label: "总轮次"
+                    tint: Theme.mint
+                }
+                HistorySummaryMetric {
+                    objectName: "history.total.minutes"
+                    symbol: "clock.fill"
+                    value: vm.minutesText
+                    label: "累计分钟"
+                    tint: Theme.blue
+                }
+                HistorySummaryMetric {
+                    objectName: "history.total.rating"
+                    symbol: "sparkles"
+                    value: vm.averageFocusText
+                    label: "平均专注评分"
+                    tint: Theme.amber
+                }
+            }
+        }
+
+        footer: Item {
+            width: list.width
+            height: vm.empty ? Math.max(empty.implicitHeight,
+                                        list.height - list.topMargin - list.bottomMargin
+                                        - (list.headerItem ? list.headerItem.height : 0)) : 0
+            visible: vm.empty
+            HistoryEmptyState {
+                id: empty
+                objectName: "history.empty"
+                anchors.centerIn: parent
+                width: parent.width
+                onStartChosen: vm.showFocus()
+            }
+        }
+
+        delegate: SessionCard {
+            objectName: "history.card." + index
+            width: ListView.view.width
+            current: ListView.isCurrentItem && ListView.view.activeFocus
+            onDeleteRequested: vm.requestDelete(index)
+        }
+    }
+
+    ConfirmAlert {
+        objectName: "history.confirm"
+        shown: vm.confirmingDelete
+        title: "删除这条专注记录？"
+        message: "删除后无法恢复。"
+        confirmText: "删除"
+        onConfirmed: vm.confirmDelete()
+        onCancelled: vm.cancelDelete()
     }
 }

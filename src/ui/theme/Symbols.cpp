@@ -66,6 +66,18 @@ constexpr std::array kTable{
     SymbolEntry{"checkmark", 0xe5ca, "check", false},
     SymbolEntry{"tag.fill", 0xf05b, "sell", false},
     SymbolEntry{"arrow.up.left.and.arrow.down.right", 0xf1ce, "open_in_full", false},
+    // insights and history
+    SymbolEntry{"brain.head.profile", 0xea4a, "psychology", false},
+    SymbolEntry{"arrow.up.forward", 0xf1e1, "north_east", false},
+    SymbolEntry{"bolt.heart", 0xea0b, "bolt", false},
+    SymbolEntry{"calendar", 0xe935, "calendar_today", false},
+    SymbolEntry{"figure.stairs", 0xf1a9, "stairs", false},
+    SymbolEntry{"tag", 0xf05b, "sell", true},
+    SymbolEntry{"waveform.path.ecg", 0xeaa2, "monitor_heart", false},
+    SymbolEntry{"chart.line.uptrend.xyaxis", 0xe6e1, "show_chart", false},
+    SymbolEntry{"text.magnifyingglass", 0xf02f, "manage_search", false},
+    SymbolEntry{"square.and.arrow.up", 0xe6b8, "ios_share", false},
+    SymbolEntry{"circle.grid.2x2.fill", 0xe9b0, "grid_view", false},
     // placeholder screens
     SymbolEntry{"hammer.fill", 0xe869, "build", false},
 };

@@ -1,0 +1,211 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Quillmere
+
+// One stored round in the history: date block, length with task chip and status badge,
+// start time, four small figures and the note. Its context menu offers the delete.
+Rectangle {
+    id: card
+    required property int index
+    required property string day
+    required property string month
+    required property string title
+    required property string task
+    required property bool uncategorized
+    required property string status
+    required property bool completed
+    required property string time
+    required property string rating
+    required property string wanders
+    required property string energy
+    required property string reminder
+    required property string note
+    required property bool noteEmpty
+    required property string accessibleText
+    property bool current: false
+    signal deleteRequested()
+
+    implicitHeight: layout.implicitHeight + 32
+    radius: 18
+    color: Theme.panel
+    border.width: current ? 2 : 1
+    border.color: current ? Theme.alpha(Theme.mint, 0.7) : Theme.hairline
+    Accessible.role: Accessible.ListItem
+    Accessible.name: accessibleText
+
+    function openMenu(x, y) {
+        menu.popup(card, x, y);
+    }
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: (point) => card.openMenu(point.position.x, point.position.y)
+    }
+
+    Menu {
+        id: menu
+        objectName: "history.menu." + card.index
+        MenuItem {
+            objectName: "history.menu." + card.index + ".delete"
+            text: "删除这条记录"
+            Accessible.name: text
+            onTriggered: card.deleteRequested()
+            contentItem: Text {
+                text: parent.text
+                font.pixelSize: 13
+                color: Theme.coral
+                verticalAlignment: Text.AlignVCenter
+            }
+            background: Rectangle {
+                implicitWidth: 160
+                implicitHeight: 32
+                radius: 8
+                color: parent.highlighted ? Theme.alpha(Theme.coral, 0.12) : "transparent"
+            }
+        }
+        background: Rectangle {
+            implicitWidth: 170
+            radius: 10
+            color: Theme.background
+            border.width: 1
+            border.color: Theme.hairline
+        }
+    }
+
+    Row {
+        id: layout
+        x: 16
+        y: 16
+        width: parent.width - 32
+        spacing: 16
+
+        Column {
+            id: dateBlock
+            width: 40
+            Text {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: card.day
+                font.pixelSize: 20
+                font.weight: Font.Bold
+                color: Theme.primaryText
+            }
+            Text {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: card.month
+                font.pixelSize: 9
+                color: Theme.secondaryText
+            }
+        }
+
+        Column {
+            width: layout.width - dateBlock.width - metrics.width - 2 * layout.spacing
+            spacing: 6
+
+            Row {
+                width: parent.width
+                spacing: 8
+                Text {
+                    id: titleText
+                    objectName: "history.card." + card.index + ".title"
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: card.title
+                    font.pixelSize: 14
+                    font.weight: Font.DemiBold
+                    color: Theme.primaryText
+                }
+                Rectangle {
+                    id: chip
+                    anchors.verticalCenter: parent.verticalCenter
+                    readonly property color tint: card.uncategorized ? Theme.secondaryText : Theme.blue
+                    width: Math.min(chipRow.implicitWidth + 14,
+                                    parent.width - titleText.width - badge.width - 2 * parent.spacing)
+                    height: 20
+                    radius: 10
+                    color: Theme.alpha(tint, 0.09)
+                    Row {
+                        id: chipRow
+                        x: 7
+                        anchors.verticalCenter: parent.verticalCenter
+                        spacing: 4
+                        SymbolIcon {
+                            anchors.verticalCenter: parent.verticalCenter
+                            name: "tag.fill"
+                            size: 9
+                            color: chip.tint
+                        }
+                        Text {
+                            objectName: "history.card." + card.index + ".task"
+                            anchors.verticalCenter: parent.verticalCenter
+                            width: Math.min(implicitWidth, chip.width - 27)
+                            text: card.task
+                            font.pixelSize: 9
+                            color: chip.tint
+                            elide: Text.ElideRight
+                        }
+                    }
+                }
+                Rectangle {
+                    id: badge
+                    anchors.verticalCenter: parent.verticalCenter
+                    readonly property color tint: card.completed ? Theme.mint : Theme.amber
+                    width: badgeText.implicitWidth + 14
+                    height: 20
+                    radius: 10
+                    color: Theme.alpha(tint, 0.1)
+                    Text {
+                        id: badgeText
+                        anchors.centerIn: parent
+                        text: card.status
+                        font.pixelSize: 9
+                        font.weight: Font.Medium
+                        color: badge.tint
+                    }
+                }
+            }
+            Text {
+                text: card.time
+                font.pixelSize: 11
+                color: Theme.secondaryText
+            }
+            Text {
+                objectName: "history.card." + card.index + ".note"
+                width: parent.width
+                text: card.note
+                font.pixelSize: 10
+                color: card.noteEmpty ? Theme.secondaryText : Theme.primaryText
+                wrapMode: Text.Wrap
+                maximumLineCount: 3
+                elide: Text.ElideRight
+            }
+        }
+
+        Row {
+            id: metrics
+            spacing: 18
+            Repeater {
+                model: [
+                    { value: card.rating, label: "专注" },
+                    { value: card.wanders, label: "走神" },
+                    { value: card.energy, label: "精力" },
+                    { value: card.reminder, label: "提示/分" }
+                ]
+                Column {
+                    spacing: 2
+                    Text {
+                        anchors.horizontalCenter: parent.horizontalCenter
+                        text: modelData.value
+                        font.pixelSize: 12
+                        font.weight: Font.DemiBold
+                        color: Theme.primaryText
+                    }
+                    Text {
+                        anchors.horizontalCenter: parent.horizontalCenter
+                        text: modelData.label
+                        font.pixelSize: 8
+                        color: Theme.secondaryText
+                    }
+                }
+            }
+        }
+    }
+}

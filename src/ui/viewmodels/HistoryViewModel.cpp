@@ -1,0 +1,74 @@
+#include "HistoryViewModel.h"
+
+#include "insights/NumberText.h"
+
+namespace quill {
+
+HistoryViewModel::HistoryViewModel(QObject* parent) : StoreViewModel(parent) {
+    refreshAll();
+}
+
+void HistoryViewModel::connectStore(AppStore* s) {
+    connect(s, &AppStore::sessionsChanged, this, &HistoryViewModel::refreshAll);
+}
+
+void HistoryViewModel::refreshAll() {
+    const QList<StudySession> none;
+    const QList<StudySession>& sessions = store() ? store()->sessions() : none;
+    m_list.setSessions(sessions);
+
+    qint64 minutes = 0;
+    qint64 ratings = 0;
+    for (const StudySession& s : sessions) {
+        minutes += s.roundedMinutes();
+        ratings += s.focusRating;
+    }
+    const double average = sessions.isEmpty() ? 0.0 : double(ratings) / double(sessions.size());
+    bool changed = assign(m_empty, sessions.isEmpty());
+    changed |= assign(m_countText, QString::number(sessions.size()));
+    changed |= assign(m_minutesText, QString::number(minutes));
+    changed |= assign(m_averageFocusText, numbertext::oneDecimal(average));
+    if (changed)
+        Q_EMIT totalsChanged();
+}
+
+void HistoryViewModel::requestDelete(int row) {
+    if (row < 0 || row >= m_list.rowCount())
+        return;
+    m_pendingId = m_list.sessions()[row].id;
+    Q_EMIT confirmingDeleteChanged();
+}
+
+void HistoryViewModel::confirmDelete() {
+    if (!m_pendingId)
+        return;
+    const QUuid id = *std::exchange(m_pendingId, std::nullopt);
+    Q_EMIT confirmingDeleteChanged();
+    if (!store())
+        return;
+    for (const StudySession& s : store()->sessions()) {
+        if (s.id == id) {
+            store()->removeSession(s);
+            return;
+        }
+    }
+}
+
+void HistoryViewModel::cancelDelete() {
+    if (!m_pendingId)
+        return;
+    m_pendingId.reset();
+    Q_EMIT confirmingDeleteChanged();
+}
+
+void HistoryViewModel::exportCsv() {
+    if (store())
+        store()->exportSessions();
+}
+
+void HistoryViewModel::showFocus() {
+    if (store())
+        store()->setSelectedSection(AppSection::focus);
+}
+
+} // namespace quill
