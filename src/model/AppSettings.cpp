@@ -2,6 +2,7 @@
 
 #include "model/TextRules.h"
 
+#include <QSet>
 #include <algorithm>
 
 namespace quill {
@@ -44,24 +45,31 @@ AmbientLevels AppSettings::ambientLevels() const {
 AppSettings normalizedSettings(const AppSettings& settings) {
     AppSettings out = settings;
 
+    // Each name is folded once; the repair runs on every settings change and round start,
+    // so it must stay linear in the length of the list.
+    const QList<QString> entries = settings.effectiveTaskNames();
     QList<QString> tasks;
-    for (const QString& entry : settings.effectiveTaskNames()) {
+    tasks.reserve(entries.size());
+    QSet<QString> seenKeys;
+    seenKeys.reserve(entries.size());
+    for (const QString& entry : entries) {
         const QString name = text::cleanedTaskName(entry);
         if (name.isEmpty())
             continue;
-        const bool duplicate = std::any_of(tasks.begin(), tasks.end(), [&](const QString& kept) {
-            return text::equalIgnoringCaseAndDiacritics(kept, name);
-        });
-        if (!duplicate)
-            tasks.append(name);
+        const QString key = text::caseAndDiacriticFoldKey(name);
+        if (seenKeys.contains(key))
+            continue;
+        seenKeys.insert(key);
+        tasks.append(name);
     }
     out.taskNames = tasks;
 
     if (settings.selectedTaskName) {
         const QString selected = text::cleanedTaskName(*settings.selectedTaskName);
-        const bool listed = std::any_of(tasks.begin(), tasks.end(), [&](const QString& t) {
-            return text::canonicallyEqual(t, selected);
-        });
+        const bool listed = tasks.contains(selected) ||
+                            std::any_of(tasks.begin(), tasks.end(), [&](const QString& t) {
+                                return text::canonicallyEqual(t, selected);
+                            });
         out.selectedTaskName = listed ? std::optional<QString>(selected) : std::nullopt;
     }
 

@@ -4,9 +4,8 @@
 
 namespace quill::text {
 
-namespace {
 // NFD, combining marks dropped, then case folded: the comparison key for task names.
-QString foldKey(const QString& s) {
+QString caseAndDiacriticFoldKey(const QString& s) {
     const QString decomposed = s.normalized(QString::NormalizationForm_D);
     QString stripped;
     stripped.reserve(decomposed.size());
@@ -20,7 +19,6 @@ QString foldKey(const QString& s) {
     }
     return stripped.toCaseFolded();
 }
-} // namespace
 
 QString trimmed(const QString& s) {
     return s.trimmed();
@@ -43,11 +41,12 @@ QString leftGraphemes(const QString& s, qsizetype count) {
 }
 
 QString cleanedTaskName(const QString& s) {
-    return leftGraphemes(trimmed(s), kTaskNameLimit);
+    const QString cut = leftGraphemes(trimmed(s), kTaskNameLimit);
+    return cut.size() > 0 && cut.back().isSpace() ? cut.trimmed() : cut;
 }
 
 bool equalIgnoringCaseAndDiacritics(const QString& a, const QString& b) {
-    return foldKey(a) == foldKey(b);
+    return caseAndDiacriticFoldKey(a) == caseAndDiacriticFoldKey(b);
 }
 
 bool canonicallyEqual(const QString& a, const QString& b) {

@@ -2,8 +2,8 @@
 
 #include "storage/JsonWriter.h"
 
+#include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace quill::DataFileCodec {
 
@@ -17,8 +17,12 @@ constexpr qint64 floorDiv(qint64 a, qint64 b) {
 // "yyyy-MM-ddTHH:mm:ssZ" into `out` (20 bytes) without going through the calendar classes:
 // saving writes three dates per session and two per event.
 QLatin1StringView formatDateInto(const QDateTime& date, char* out) {
-    // An unset date would make the whole file unreadable; the epoch keeps it loadable.
-    const qint64 secs = date.isValid() ? floorDiv(date.toMSecsSinceEpoch(), 1000) : 0;
+    // An unset date would make the whole file unreadable; the epoch keeps it loadable. A
+    // date beyond what the reader takes (years 1-9999 in UTC) is held at that range's edge.
+    constexpr qint64 kFirst = -62135596800; // 0001-01-01T00:00:00Z
+    constexpr qint64 kLast = 253402300799;  // 9999-12-31T23:59:59Z
+    const qint64 secs =
+        date.isValid() ? std::clamp(floorDiv(date.toMSecsSinceEpoch(), 1000), kFirst, kLast) : 0;
     const qint64 days = floorDiv(secs, 86400);
     const qint64 second = secs - days * 86400;
     // Civil date from days since 1970-01-01 (Howard Hinnant's algorithm).
@@ -31,14 +35,6 @@ QLatin1StringView formatDateInto(const QDateTime& date, char* out) {
     const qint64 day = doy - (153 * mp + 2) / 5 + 1;
     const qint64 month = mp < 10 ? mp + 3 : mp - 9;
     const qint64 year = yoe + era * 400 + (month <= 2);
-    if (year < 0 || year > 9999) {
-        const int n = std::snprintf(
-            out, 32, "%04lld-%02lld-%02lldT%02lld:%02lld:%02lldZ", static_cast<long long>(year),
-            static_cast<long long>(month), static_cast<long long>(day),
-            static_cast<long long>(second / 3600), static_cast<long long>(second / 60 % 60),
-            static_cast<long long>(second % 60));
-        return QLatin1StringView(out, n);
-    }
     auto two = [](char* p, qint64 v) {
         p[0] = char('0' + v / 10);
         p[1] = char('0' + v % 10);

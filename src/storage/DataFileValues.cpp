@@ -43,6 +43,8 @@ qint64 daysFromCivil(qint64 y, qint64 m, qint64 d) {
     const qint64 doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
     return era * 146097 + doe - 719468;
 }
+const qint64 kFirstWritableSecond = daysFromCivil(1, 1, 1) * 86400;
+const qint64 kLastWritableSecond = daysFromCivil(9999, 12, 31) * 86400 + 86399;
 } // namespace
 
 std::optional<QDateTime> parseDate(QByteArrayView s) {
@@ -71,6 +73,10 @@ std::optional<QDateTime> parseDate(QByteArrayView s) {
         return std::nullopt;
     const qint64 secs = daysFromCivil(year, month, day) * 86400 + hour * 3600 + minute * 60 +
                         second - offsetSeconds;
+    // The writer stores UTC; an offset that carries the moment outside years 1-9999 there
+    // could not be written back in a form this reader takes.
+    if (secs < kFirstWritableSecond || secs > kLastWritableSecond)
+        return std::nullopt;
     return QDateTime::fromSecsSinceEpoch(secs, Qt::UTC);
 }
 

@@ -5,7 +5,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <QSaveFile>
+#include <cerrno>
+#include <unistd.h>
 
 Q_LOGGING_CATEGORY(lcStorage, "quillmere.storage")
 
@@ -35,39 +39,82 @@ LoadResult load(const QString& directory) {
 
 bool writeAtomically(const QString& path, const QByteArray& bytes, QString* error) {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    // Each step is checked on its own: a failed flush leaves QSaveFile's later error text
+    // empty, and its commit can report success after a buffered write hit a full disk.
+    const bool written =
+        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+    if (!written) {
         *error = file.errorString();
-        return false;
-    }
-    if (file.write(bytes) != bytes.size() || !file.commit()) {
-        *error = file.errorString();
+        // QSaveFile words a refusal to write in its own terms; the system's are clearer.
+        const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
+        if (!file.isOpen() && ::access(folder.constData(), W_OK) != 0)
+            *error = qt_error_string(errno);
         file.cancelWriting();
         return false;
     }
+    if (!file.commit() || file.error() != QFileDevice::NoError) {
+        *error = file.errorString();
+        return false;
+    }
     return true;
 }
+
+namespace {
+QString systemError(int code, const char* fallback) {
+    return code != 0 ? qt_error_string(code) : QString::fromLatin1(fallback);
+}
+
+bool makeDirectory(const QString& directory, QString* error) {
+    const QFileInfo info(directory);
+    if (info.exists() && !info.isDir()) {
+        *error = qt_error_string(ENOTDIR);
+        return false;
+    }
+    errno = 0;
+    if (QDir().mkpath(directory))
+        return true;
+    *error = systemError(errno, "cannot create the folder");
+    return false;
+}
+} // namespace
 
 bool save(const QString& directory, const AppSettings& settings,
-          const QList<StudySession>& sessions) {
+          const QList<StudySession>& sessions, QString* error) {
+    QString description;
     if (directory.isEmpty()) {
-        qCWarning(lcStorage).noquote() << "Quillmere save failed: no data location is available";
-        return false;
+        description = QStringLiteral("no data location is available");
+    } else if (makeDirectory(directory, &description) &&
+               writeAtomically(dataFilePath(directory), DataFileCodec::encode(settings, sessions),
+                               &description)) {
+        return true;
     }
-    if (!QDir().mkpath(directory)) {
-        qCWarning(lcStorage).noquote()
-            << "Quillmere save failed: cannot create the folder" << directory;
-        return false;
-    }
-    QString error;
-    if (!writeAtomically(dataFilePath(directory), DataFileCodec::encode(settings, sessions),
-                         &error)) {
-        qCWarning(lcStorage).noquote() << "Quillmere save failed: " + error;
-        return false;
-    }
-    return true;
+    qCWarning(lcStorage).noquote() << "Quillmere save failed: " + description;
+    if (error)
+        *error = description;
+    return false;
 }
 
-bool preserveUnreadable(const QString& directory, const QDateTime& now) {
+bool isStaleTemporaryName(const QString& fileName) {
+    static const QRegularExpression pattern(QStringLiteral("^focus-data\\.json\\.[A-Za-z0-9]{6}$"));
+    return pattern.match(fileName).hasMatch();
+}
+
+int removeStaleTemporaries(const QString& directory) {
+    if (directory.isEmpty())
+        return 0;
+    int removed = 0;
+    const QFileInfoList entries = QDir(directory).entryInfoList(
+        {QStringLiteral("focus-data.json.*")}, QDir::Files | QDir::Hidden | QDir::System);
+    for (const QFileInfo& entry : entries) {
+        if (entry.isSymLink() || !isStaleTemporaryName(entry.fileName()))
+            continue;
+        if (QFile::remove(entry.filePath()))
+            ++removed;
+    }
+    return removed;
+}
+
+bool preserveUnreadable(const QString& directory, const QDateTime& now, QString* error) {
     const QString path = dataFilePath(directory);
     if (!QFile::exists(path))
         return true;
@@ -86,8 +133,11 @@ bool preserveUnreadable(const QString& directory, const QDateTime& now) {
         }
         break;
     }
-    qCWarning(lcStorage).noquote()
-        << "Quillmere save failed: cannot set aside the unreadable" << path;
+    const QString description =
+        QStringLiteral("cannot set aside the unreadable ") + QDir::toNativeSeparators(path);
+    qCWarning(lcStorage).noquote() << "Quillmere save failed: " + description;
+    if (error)
+        *error = description;
     return false;
 }
 

@@ -16,11 +16,17 @@ struct LoadResult {
 QString dataFilePath(const QString& directory);
 /// Reads and decodes the file; any failure gives default settings and no sessions.
 LoadResult load(const QString& directory);
-/// Writes the whole file atomically, creating the directory; failures are logged, never thrown.
+/// Writes the whole file atomically, creating the directory; failures are logged, never
+/// thrown, and their system description is put in `error` when given.
 bool save(const QString& directory, const AppSettings& settings,
-          const QList<StudySession>& sessions);
+          const QList<StudySession>& sessions, QString* error = nullptr);
 /// Renames an unreadable data file to "focus-data.json.unreadable-<UTC time>" beside it.
-bool preserveUnreadable(const QString& directory, const QDateTime& now);
+bool preserveUnreadable(const QString& directory, const QDateTime& now, QString* error = nullptr);
+/// Whether `fileName` is one of the temporaries an atomic write of the data file leaves
+/// behind when the process dies mid-write ("focus-data.json." and six letters or digits).
+bool isStaleTemporaryName(const QString& fileName);
+/// Deletes those temporaries in `directory` and nothing else; returns how many went.
+int removeStaleTemporaries(const QString& directory);
 /// Writes `bytes` to `path` atomically (temporary file, then replace).
 bool writeAtomically(const QString& path, const QByteArray& bytes, QString* error);
 

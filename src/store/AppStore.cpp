@@ -3,6 +3,7 @@
 #include "insights/Statistics.h"
 #include "storage/CsvExport.h"
 #include "storage/Persistence.h"
+#include "store/ThreadWorkQueue.h"
 
 #include <QTimeZone>
 #include <algorithm>
@@ -29,8 +30,13 @@ double clampedLeft(double seconds) {
 
 AppStore::AppStore(Services services, QObject* parent)
     : QObject(parent), m_services(std::move(services)) {
-    const Persistence::LoadResult loaded = Persistence::load(m_services.dataLocation->directory());
-    m_keepUnreadableFile = loaded.unreadableFileExists;
+    const QString directory = m_services.dataLocation->directory();
+    // Temporaries of writes cut short by a crash or a kill; the data file itself is whole.
+    Persistence::removeStaleTemporaries(directory);
+    const Persistence::LoadResult loaded = Persistence::load(directory);
+    m_workQueue = m_services.work ? m_services.work : std::make_shared<ThreadWorkQueue>();
+    m_saver = std::make_unique<DataFileSaver>(m_workQueue, loaded.unreadableFileExists);
+    m_lastSuspendedMs = m_services.clock->suspendedMs();
     m_settings = loaded.data.settings;
     QList<StudySession> sorted = loaded.data.sessions;
     std::stable_sort(
@@ -47,14 +53,43 @@ AppStore::AppStore(Services services, QObject* parent)
 
 AppStore::~AppStore() {
     *m_alive = false;
+    // The latest state reaches the disk before the application goes: a settings change
+    // still waiting out its debounce is written now.
+    if (m_saveDebounce && m_saveDebounce->isActive()) {
+        m_saveDebounce.reset();
+        m_settings = normalizedSettings(m_settings);
+        saveNow();
+    }
+    m_saver->waitForIdle();
 }
 
 QDateTime AppStore::now() const {
     return m_services.clock->now();
 }
 
-double AppStore::secondsUntil(const QDateTime& date) const {
-    return static_cast<double>(now().msecsTo(date)) / 1000.0;
+void AppStore::waitForSaves() {
+    m_saver->waitForIdle();
+}
+
+qint64 AppStore::monotonicMs() const {
+    return m_services.clock->monotonicMs();
+}
+
+double AppStore::secondsUntil(qint64 monotonicDeadline) const {
+    return static_cast<double>(monotonicDeadline - monotonicMs()) / 1000.0;
+}
+
+qint64 AppStore::monotonicAfter(double seconds) const {
+    return monotonicMs() + static_cast<qint64>(std::llround(seconds * 1000));
+}
+
+QDateTime AppStore::dateInRound() const {
+    const QDateTime wall = now();
+    if (!m_draft)
+        return wall;
+    const QDateTime earliest =
+        m_draft->startedAt.addMSecs(std::max<qint64>(monotonicMs() - m_roundStartMonotonicMs, 0));
+    return std::max(wall, earliest);
 }
 
 // ---------------------------------------------------------------- published state
@@ -149,14 +184,24 @@ void AppStore::onSettingsSettled() {
 }
 
 void AppStore::saveNow() {
-    const QString directory = m_services.dataLocation->directory();
-    // A file we could not read is the user's data too: set it aside before replacing it.
-    if (m_keepUnreadableFile) {
-        if (!Persistence::preserveUnreadable(directory, now()))
-            return;
-        m_keepUnreadableFile = false;
+    // Serialising and writing happen on the work queue; the lists are shared, not copied.
+    m_saver->save(m_services.dataLocation->directory(), m_settings, m_sessions, now(),
+                  [this, alive = std::weak_ptr<bool>(m_alive)](const auto& outcome) {
+                      if (auto a = alive.lock(); a && *a)
+                          onSaveFinished(outcome);
+                  });
+}
+
+void AppStore::onSaveFinished(const DataFileSaver::Outcome& outcome) {
+    if (outcome.saved) {
+        m_saveFailureShown = false;
+        return;
     }
-    Persistence::save(directory, m_settings, m_sessions);
+    // Shown once; nothing is retried on a timer, the next change saves everything again.
+    if (m_saveFailureShown)
+        return;
+    m_saveFailureShown = true;
+    toast(QStringLiteral("无法保存专注记录：") + outcome.error);
 }
 
 void AppStore::normalizeSettings() {
@@ -175,12 +220,45 @@ void AppStore::updateAmbientLevels() {
 
 // ---------------------------------------------------------------- the round
 
+double AppStore::updateFocusCounters() {
+    const double left =
+        clampedLeft(m_focusEndDate ? secondsUntil(*m_focusEndDate) : m_pausedRemaining);
+    setRemainingSeconds(roundUp(left));
+    setFocusedElapsedSeconds(std::max<qint64>(m_plannedSeconds - m_remainingSeconds, 0));
+    return left;
+}
+
+bool AppStore::sleptSinceLastStep() {
+    // Reading the two system clocks a moment apart can move their difference by a
+    // millisecond; a real suspend lasts seconds.
+    constexpr qint64 kSleepThresholdMs = 500;
+    const qint64 suspended = m_services.clock->suspendedMs();
+    const bool slept = suspended - m_lastSuspendedMs >= kSleepThresholdMs;
+    m_lastSuspendedMs = std::max(m_lastSuspendedMs, suspended);
+    return slept;
+}
+
+void AppStore::pauseAfterSleep() {
+    // A break that was running ends as if skipped; the round then pauses where its net time
+    // stood when the computer went to sleep, since the monotonic clock stood still meanwhile.
+    if (m_phase == SessionPhase::microBreak)
+        resumeAfterMicroBreak();
+    if (m_phase != SessionPhase::focusing)
+        return;
+    if (updateFocusCounters() <= 0)
+        return; // the round ran out before the sleep: the step below completes it
+    togglePause();
+    toast(QStringLiteral("电脑休眠期间本轮已暂停。"));
+}
+
 void AppStore::tick() {
     const QDate today = now().toLocalTime().date();
     if (today != m_lastStepDay) {
         m_lastStepDay = today;
         Q_EMIT statisticsChanged();
     }
+    if (sleptSinceLastStep())
+        pauseAfterSleep();
 
     switch (m_phase) {
     case SessionPhase::microBreak: {
@@ -192,13 +270,10 @@ void AppStore::tick() {
         break;
     }
     case SessionPhase::focusing: {
-        const double left =
-            clampedLeft(m_focusEndDate ? secondsUntil(*m_focusEndDate) : m_pausedRemaining);
-        setRemainingSeconds(roundUp(left));
-        setFocusedElapsedSeconds(std::max<qint64>(m_plannedSeconds - m_remainingSeconds, 0));
+        const double left = updateFocusCounters();
         if (left <= 0)
             finishSession(true);
-        else if (m_nextReminderDate && now() >= *m_nextReminderDate)
+        else if (m_nextReminderDate && monotonicMs() >= *m_nextReminderDate)
             beginMicroBreak();
         break;
     }
@@ -221,6 +296,7 @@ void AppStore::startSession(std::optional<qint64> minutesArgument) {
     setSettings(updated);
 
     const QDateTime start = now();
+    m_roundStartMonotonicMs = monotonicMs();
     SessionDraft draft;
     draft.startedAt = start;
     draft.plannedMinutes = minutes;
@@ -235,7 +311,7 @@ void AppStore::startSession(std::optional<qint64> minutesArgument) {
     setRemainingSeconds(m_plannedSeconds);
     setFocusedElapsedSeconds(0);
     m_pausedRemaining = static_cast<double>(m_plannedSeconds);
-    m_focusEndDate = start.addSecs(m_plannedSeconds);
+    m_focusEndDate = m_roundStartMonotonicMs + m_plannedSeconds * 1000;
     m_microBreakEndDate.reset();
     m_pendingCompleted = false;
     setPhase(SessionPhase::focusing);
@@ -251,7 +327,7 @@ void AppStore::scheduleNextReminder() {
     const qint64 upper = std::max<qint64>(m_settings.reminderMaximumMinutes * 60, lower);
     const qint64 delay = m_services.random->between(lower, upper);
     if (delay < static_cast<qint64>(m_pausedRemaining))
-        m_nextReminderDate = now().addSecs(delay);
+        m_nextReminderDate = monotonicMs() + delay * 1000;
     else
         m_nextReminderDate.reset();
 }
@@ -263,7 +339,7 @@ void AppStore::beginMicroBreak() {
     m_nextReminderDate.reset();
     const qint64 breakSeconds = m_settings.microBreakSeconds;
     setBreakRemainingSeconds(breakSeconds);
-    m_microBreakEndDate = now().addSecs(breakSeconds);
+    m_microBreakEndDate = monotonicMs() + breakSeconds * 1000;
     appendEvent(FocusEventKind::reminder);
     setPhase(SessionPhase::microBreak);
     playSound(m_settings.reminderSound);
@@ -272,7 +348,7 @@ void AppStore::beginMicroBreak() {
 void AppStore::resumeAfterMicroBreak() {
     m_microBreakEndDate.reset();
     setBreakRemainingSeconds(0);
-    m_focusEndDate = now().addMSecs(static_cast<qint64>(std::llround(m_pausedRemaining * 1000)));
+    m_focusEndDate = monotonicAfter(m_pausedRemaining);
     setPhase(SessionPhase::focusing);
     scheduleNextReminder();
 }
@@ -284,8 +360,7 @@ void AppStore::skipMicroBreak() {
 
 void AppStore::togglePause() {
     if (m_phase == SessionPhase::paused) {
-        m_focusEndDate =
-            now().addMSecs(static_cast<qint64>(std::llround(m_pausedRemaining * 1000)));
+        m_focusEndDate = monotonicAfter(m_pausedRemaining);
         appendEvent(FocusEventKind::resume);
         setPhase(SessionPhase::focusing);
         scheduleNextReminder();
@@ -304,7 +379,7 @@ void AppStore::togglePause() {
 }
 
 void AppStore::appendEvent(FocusEventKind kind) {
-    FocusEvent event{QUuid::createUuid(), now(), m_focusedElapsedSeconds, kind};
+    FocusEvent event{QUuid::createUuid(), dateInRound(), m_focusedElapsedSeconds, kind};
     QList<FocusEvent> events = m_currentEvents;
     events.append(event);
     setCurrentEvents(events);
@@ -329,7 +404,7 @@ void AppStore::recordFatigue() {
 QString AppStore::nextReminderDescription() const {
     if (m_phase != SessionPhase::focusing || !m_nextReminderDate)
         return QStringLiteral("—");
-    const qint64 s = std::max<qint64>(now().msecsTo(*m_nextReminderDate) / 1000, 0);
+    const qint64 s = std::max<qint64>((*m_nextReminderDate - monotonicMs()) / 1000, 0);
     return QString::asprintf("%02lld:%02lld", static_cast<long long>(s / 60),
                              static_cast<long long>(s % 60));
 }
@@ -376,7 +451,7 @@ void AppStore::saveCompletion(qint64 focusRating, qint64 endEnergy, const QStrin
     StudySession session;
     session.id = QUuid::createUuid();
     session.startedAt = m_draft->startedAt;
-    session.endedAt = now();
+    session.endedAt = dateInRound();
     session.taskName = m_draft->taskName;
     session.plannedMinutes = m_draft->plannedMinutes;
     session.focusedSeconds = m_focusedElapsedSeconds;

@@ -5,6 +5,7 @@
 #include "model/SessionDraft.h"
 #include "model/SessionPhase.h"
 #include "model/StudySession.h"
+#include "store/DataFileSaver.h"
 #include "store/Services.h"
 
 #include <QList>
@@ -106,6 +107,9 @@ public:
     const std::optional<SessionDraft>& draft() const { return m_draft; }
     /// The current time, from the injected clock.
     QDateTime now() const;
+    /// Blocks until every save handed to the background writer is on disk. The store's
+    /// destruction does the same, after writing a settings change still waiting to settle.
+    void waitForSaves();
 
     // --- round ---
     void startSession(std::optional<qint64> minutes);
@@ -189,8 +193,19 @@ private:
     void stopAmbient();
     void onSettingsSettled();
     void saveNow();
+    void onSaveFinished(const DataFileSaver::Outcome& outcome);
     void updateAmbientLevels();
-    double secondsUntil(const QDateTime& date) const;
+    qint64 monotonicMs() const;
+    double secondsUntil(qint64 monotonicDeadline) const;
+    qint64 monotonicAfter(double seconds) const;
+    /// Wall-clock time for a date stored with the round, never before the round's start even
+    /// when the wall clock was set back during it.
+    QDateTime dateInRound() const;
+    /// True once per suspend, on the first step after waking.
+    bool sleptSinceLastStep();
+    void pauseAfterSleep();
+    /// The focusing step's counters; returns the net seconds left.
+    double updateFocusCounters();
 
     void setPhase(SessionPhase phase);
     void setRemainingSeconds(qint64 v);
@@ -220,14 +235,20 @@ private:
     std::optional<QString> m_toastMessage;
     bool m_isAmbientPlaying = false;
 
-    std::optional<QDateTime> m_focusEndDate;
-    std::optional<QDateTime> m_microBreakEndDate;
-    std::optional<QDateTime> m_nextReminderDate;
+    // Deadlines on the monotonic clock, in milliseconds.
+    std::optional<qint64> m_focusEndDate;
+    std::optional<qint64> m_microBreakEndDate;
+    std::optional<qint64> m_nextReminderDate;
+    qint64 m_roundStartMonotonicMs = 0;
+    qint64 m_lastSuspendedMs = 0;
     double m_pausedRemaining = 0;
     qint64 m_plannedSeconds = 0;
     std::optional<SessionDraft> m_draft;
     bool m_pendingCompleted = false;
-    bool m_keepUnreadableFile = false;
+    std::shared_ptr<WorkQueue> m_workQueue;
+    std::unique_ptr<DataFileSaver> m_saver;
+    /// A failed save has been shown; the next one is shown only after a save succeeds.
+    bool m_saveFailureShown = false;
 
     std::optional<AmbientLevels> m_lastLevels;
     QDate m_lastStepDay;

@@ -8,6 +8,7 @@
 #include "store/RandomSource.h"
 #include "store/Scheduler.h"
 #include "store/SoundPlayer.h"
+#include "store/WorkQueue.h"
 
 #include <memory>
 
@@ -23,6 +24,8 @@ struct Services {
     std::shared_ptr<SoundPlayer> sounds;
     std::shared_ptr<AmbientOutput> ambient;
     std::shared_ptr<MusicPlayer> music;
+    /// Where the data file is serialised and written; a worker thread when not given.
+    std::shared_ptr<WorkQueue> work;
 };
 
 } // namespace quill

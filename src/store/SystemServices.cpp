@@ -1,10 +1,13 @@
 #include "store/SystemServices.h"
 
+#include "store/ThreadWorkQueue.h"
+
 #include <QDir>
 #include <QFileDialog>
 #include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QTimer>
+#include <time.h>
 
 namespace quill {
 
@@ -13,6 +16,32 @@ namespace {
 class SystemClock final : public Clock {
 public:
     QDateTime now() const override { return QDateTime::currentDateTimeUtc(); }
+#if defined(Q_OS_LINUX)
+    // CLOCK_MONOTONIC stops during suspend; CLOCK_BOOTTIME runs on. Their difference only
+    // grows across a suspend.
+    qint64 monotonicMs() const override {
+        return msOf(CLOCK_MONOTONIC);
+    }
+    qint64 suspendedMs() const override {
+        return msOf(CLOCK_BOOTTIME) - msOf(CLOCK_MONOTONIC);
+    }
+
+private:
+    static qint64 msOf(clockid_t id) {
+        timespec ts{};
+        clock_gettime(id, &ts);
+        return qint64(ts.tv_sec) * 1000 + ts.tv_nsec / 1'000'000;
+    }
+#elif defined(Q_OS_MACOS)
+    // The uptime clock stops during sleep (as mach_absolute_time does); the raw monotonic
+    // clock keeps counting (as mach_continuous_time does).
+    qint64 monotonicMs() const override {
+        return qint64(clock_gettime_nsec_np(CLOCK_UPTIME_RAW) / 1'000'000);
+    }
+    qint64 suspendedMs() const override {
+        return qint64(clock_gettime_nsec_np(CLOCK_MONOTONIC_RAW) / 1'000'000) - monotonicMs();
+    }
+#endif
 };
 
 // A handle may be dropped from inside its own callback (a debounce that re-arms itself),
@@ -112,6 +141,7 @@ Services makeSystemServices() {
     s.random = std::make_shared<SystemRandom>();
     s.dataLocation = std::make_shared<StandardDataLocation>();
     s.fileChooser = std::make_shared<DialogFileChooser>();
+    s.work = std::make_shared<ThreadWorkQueue>();
     return s;
 }
 

@@ -232,6 +232,14 @@ TEST(SettingsRepair, RepairingTwiceChangesNothingMore) {
     inputs.push_back(withTasks(
         {QStringLiteral("  Math "), QStringLiteral("math"), QStringLiteral("Mäth"), QString()},
         QStringLiteral(" Math")));
+    // A cut that ends on a space: the space goes at once, not on the next repair.
+    const QString spaceAt40 = repeated(QStringLiteral("a"), 39) + QStringLiteral(" bcd");
+    inputs.push_back(withTasks(
+        {spaceAt40, repeated(QStringLiteral("b"), 39) + QStringLiteral("\u3000")}, spaceAt40));
+    EXPECT_EQ(normalizedSettings(inputs.back()).taskNames->first(),
+              repeated(QStringLiteral("a"), 39));
+    EXPECT_EQ(normalizedSettings(inputs.back()).selectedTaskName,
+              repeated(QStringLiteral("a"), 39));
     inputs.push_back(withTasks({repeated(QStringLiteral("👨‍👩‍👧"), 50),
                                 repeated(QStringLiteral("e\u0301"), 41)},
                                repeated(QStringLiteral("e\u0301"), 45)));

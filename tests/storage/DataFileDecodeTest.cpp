@@ -359,6 +359,10 @@ INSTANTIATE_TEST_SUITE_P(
         session("compactOffset", "startedAt", QStringLiteral("2026-03-05T16:30:00+0800")),
         session("emptyDate", "endedAt", QString()),
         session("fullWidthDigits", "startedAt", QStringLiteral("２０26-03-05T08:30:00Z")),
+        // Offsets that carry the moment out of years 1-9999 in UTC, where it is stored.
+        session("beforeYearOneInUtc", "startedAt", QStringLiteral("0001-01-01T00:30:00+01:00")),
+        session("afterYear9999InUtc", "endedAt", QStringLiteral("9999-12-31T23:30:00-01:00")),
+        session("yearZero", "startedAt", QStringLiteral("0000-12-31T23:59:59Z")),
         session("uuidWord", "id", QStringLiteral("not-a-uuid")),
         session("uuidBraces", "id", QStringLiteral("{0A1B2C3D-4E5F-4A6B-8C7D-9E0F1A2B3C4D}")),
         session("uuidNoDashes", "id", QStringLiteral("0A1B2C3D4E5F4A6B8C7D9E0F1A2B3C4D")),

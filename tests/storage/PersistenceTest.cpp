@@ -211,6 +211,27 @@ TEST_F(PersistenceTest, FailedSaveLeavesTheOldFileAsItWas) {
     EXPECT_EQ(readFile(directory() + QStringLiteral(".moved/focus-data.json")), before);
 }
 
+TEST_F(PersistenceTest, StartUpRemovesOnlyTheTemporariesOfInterruptedWrites) {
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, someSessions()));
+    const QStringList stale = {"focus-data.json.AbC123", "focus-data.json.xYzQwE"};
+    const QStringList kept = {
+        "focus-data.json",         "focus-data.json.unreadable-20260305T083000Z",
+        "focus-data.json.bak",     "focus-data.json.AbC12",
+        "focus-data.json.AbC1234", "focus-data.json.Ab-123",
+        "other.json.AbC123",       "notes.txt"};
+    for (const QString& name : stale + kept.mid(1))
+        writeFile(directory() + '/' + name, "x");
+    ASSERT_TRUE(QDir().mkpath(directory() + QStringLiteral("/focus-data.json.QWERTY")));
+    EXPECT_EQ(Persistence::removeStaleTemporaries(directory()), 2);
+    QStringList left = QDir(directory()).entryList(QDir::Files | QDir::Hidden);
+    QStringList expected = kept;
+    left.sort();
+    expected.sort();
+    EXPECT_EQ(left, expected);
+    EXPECT_TRUE(QFileInfo(directory() + QStringLiteral("/focus-data.json.QWERTY")).isDir());
+    EXPECT_EQ(Persistence::removeStaleTemporaries(QString()), 0);
+}
+
 // ---------------------------------------------------------------- the unreadable file
 
 TEST_F(PersistenceTest, UnreadableFileIsRenamedBesideItWithAUtcStamp) {

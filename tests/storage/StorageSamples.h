@@ -3,6 +3,7 @@
 #include "model/AppSettings.h"
 #include "model/StudySession.h"
 #include "support/SampleSession.h"
+#include "support/WarningCatcher.h"
 
 #include <QDateTime>
 #include <QStringList>
@@ -27,28 +28,6 @@ inline StudySession plainSession(const char* uuid, const QDateTime& start) {
     s.plannedMinutes = 30;
     return s;
 }
-
-/// Collects the warnings logged while it lives.
-class WarningCatcher {
-public:
-    WarningCatcher() {
-        s_current = this;
-        m_previous = qInstallMessageHandler(&WarningCatcher::handle);
-    }
-    ~WarningCatcher() {
-        qInstallMessageHandler(m_previous);
-        s_current = nullptr;
-    }
-    QStringList warnings;
-
-private:
-    static void handle(QtMsgType type, const QMessageLogContext&, const QString& message) {
-        if (s_current && type == QtWarningMsg)
-            s_current->warnings << message;
-    }
-    static inline WarningCatcher* s_current = nullptr;
-    QtMessageHandler m_previous = nullptr;
-};
 
 } // namespace quill::test
 

@@ -5,9 +5,11 @@
 #include "store/AppStore.h"
 #include "support/FakeServices.h"
 #include "support/SampleSession.h"
+#include "support/WarningCatcher.h"
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace quill::test {

@@ -1,5 +1,5 @@
 // The phase machine of a round in virtual time: net focus time, reminders, micro-breaks,
-// pauses, signals, sleeps and clock jumps.
+// pauses and signals. Sleeps and clock changes are in StoreSleepTest.
 #include "StoreHarness.h"
 
 namespace quill::test {
@@ -93,9 +93,9 @@ TEST_F(RoundTest, NextReminderDescriptionCountsDownOnlyWhileFocusing) {
     EXPECT_EQ(store->nextReminderDescription(), QStringLiteral("—"));
     store->startSession(30);
     EXPECT_EQ(store->nextReminderDescription(), QStringLiteral("02:00"));
-    fakes.clock->jump(120'000 - 61'900);
+    fakes.clock->elapse(120'000 - 61'900);
     EXPECT_EQ(store->nextReminderDescription(), QStringLiteral("01:01"));
-    fakes.clock->jump(61'900 - 400);
+    fakes.clock->elapse(61'900 - 400);
     EXPECT_EQ(store->nextReminderDescription(), QStringLiteral("00:00"));
     store->togglePause();
     EXPECT_EQ(store->nextReminderDescription(), QStringLiteral("—"));
@@ -149,7 +149,7 @@ TEST_F(RoundTest, SignalsRecordTheLastStepsSecondsAndOnlyWhenFocusingOrPaused) {
 
     store->startSession(25);
     advanceMs(10'000);
-    fakes.clock->jump(900); // between steps: the event still carries the last step's value
+    fakes.clock->elapse(900); // between steps: the event still carries the last step's value
     store->recordMindWander();
     EXPECT_EQ(store->currentEvents().back().elapsedSeconds, 10);
     EXPECT_EQ(store->toastMessageText(),
@@ -187,41 +187,6 @@ TEST_F(RoundTest, CommandsThatDoNotApplyAreIgnored) {
     store->skipMicroBreak();
     EXPECT_EQ(store->phase(), SessionPhase::focusing);
     EXPECT_EQ(store->breakRemainingSeconds(), 0);
-}
-
-TEST_F(RoundTest, SleepAcrossTheEndCompletesOnTheFirstStepAfterWaking) {
-    startWith(3, 5, 10);
-    store->startSession(25);
-    advanceSeconds(30);
-    fakes.clock->jump(3600'000); // asleep for an hour: reminder and end both passed
-    advanceMs(250);
-    EXPECT_EQ(store->phase(), SessionPhase::completed);
-    EXPECT_EQ(store->focusedElapsedSeconds(), 1500);
-    EXPECT_EQ(eventCount(FocusEventKind::reminder), 0) << "no break when no net time is left";
-}
-
-TEST_F(RoundTest, ReminderPassedDuringSleepStartsABreakWhenTimeIsLeft) {
-    startWith(3, 5, 10);
-    store->startSession(25);
-    fakes.clock->jump(400'000); // past the 180 s reminder, before the end
-    advanceMs(250);
-    EXPECT_EQ(store->phase(), SessionPhase::microBreak);
-    EXPECT_EQ(store->currentEvents().back().elapsedSeconds, 400);
-}
-
-TEST_F(RoundTest, ClockJumpsShiftTheTimeLeftAndNeverGoNegative) {
-    startWith(60, 60, 10);
-    store->startSession(25);
-    advanceSeconds(100);
-    fakes.clock->jump(-3600'000); // the clock is set back an hour
-    advanceMs(250);
-    EXPECT_EQ(store->phase(), SessionPhase::focusing);
-    EXPECT_GT(store->remainingSeconds(), 1500);
-    EXPECT_EQ(store->focusedElapsedSeconds(), 0) << "clamped at zero, never negative";
-    fakes.clock->jump(3600'000 + 1500'000);
-    advanceMs(250);
-    EXPECT_EQ(store->phase(), SessionPhase::completed);
-    EXPECT_EQ(store->remainingSeconds(), 0);
 }
 
 TEST_F(RoundTest, DayLongRoundRunsInVirtualTime) {

@@ -14,15 +14,34 @@ qint64 ScriptedRandom::between(qint64 lowest, qint64 highest) {
 
 TempDataLocation::TempDataLocation() = default;
 
+void InlineWorkQueue::post(std::function<void()> work, std::function<void()> done) {
+    m_held.emplace_back(std::move(work), std::move(done));
+    if (!hold)
+        runHeld();
+}
+
+void InlineWorkQueue::runHeld() {
+    while (!m_held.empty()) {
+        auto [work, done] = std::move(m_held.front());
+        m_held.pop_front();
+        work();
+        ++jobsRun;
+        std::erase_if(m_deliveries, [](const auto& h) { return !h->isActive(); });
+        if (done)
+            m_deliveries.push_back(m_scheduler->after(std::chrono::milliseconds(0), done));
+    }
+}
+
 FakeServices::FakeServices()
     : clock(std::make_shared<ManualClock>()), scheduler(std::make_shared<VirtualScheduler>(clock)),
       random(std::make_shared<ScriptedRandom>()), data(std::make_shared<TempDataLocation>()),
       files(std::make_shared<FakeFileChooser>()), sounds(std::make_shared<RecordingSoundPlayer>()),
       ambient(std::make_shared<RecordingAmbientOutput>()),
-      music(std::make_shared<RecordingMusicPlayer>()) {}
+      music(std::make_shared<RecordingMusicPlayer>()),
+      work(std::make_shared<InlineWorkQueue>(scheduler)) {}
 
 Services FakeServices::services() const {
-    return Services{clock, scheduler, random, data, files, sounds, ambient, music};
+    return Services{clock, scheduler, random, data, files, sounds, ambient, music, work};
 }
 
 } // namespace quill::test

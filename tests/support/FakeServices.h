@@ -83,6 +83,27 @@ public:
     std::vector<Request> requests;
 };
 
+/// Runs each job at once on the calling thread, or holds the jobs until runHeld() while
+/// `hold` is set. As with the real queue, `done` comes later, as a delayed call due at once:
+/// it runs on the scheduler's next advance().
+class InlineWorkQueue final : public WorkQueue {
+public:
+    explicit InlineWorkQueue(std::shared_ptr<VirtualScheduler> scheduler)
+        : m_scheduler(std::move(scheduler)) {}
+    void post(std::function<void()> work, std::function<void()> done) override;
+    void waitForIdle() override { runHeld(); }
+    /// Runs the held jobs in order, each followed by its completion.
+    void runHeld();
+    int heldJobs() const { return int(m_held.size()); }
+    bool hold = false;
+    int jobsRun = 0;
+
+private:
+    std::shared_ptr<VirtualScheduler> m_scheduler;
+    std::deque<std::pair<std::function<void()>, std::function<void()>>> m_held;
+    std::vector<std::unique_ptr<Scheduler::Handle>> m_deliveries;
+};
+
 /// A complete set of fakes plus the Services bundle that shares them.
 struct FakeServices {
     FakeServices();
@@ -94,6 +115,7 @@ struct FakeServices {
     std::shared_ptr<RecordingSoundPlayer> sounds;
     std::shared_ptr<RecordingAmbientOutput> ambient;
     std::shared_ptr<RecordingMusicPlayer> music;
+    std::shared_ptr<InlineWorkQueue> work;
     Services services() const;
 };
 

@@ -1,5 +1,7 @@
 #include "support/VirtualScheduler.h"
 
+#include <algorithm>
+
 namespace quill::test {
 
 struct VirtualScheduler::Entry {
@@ -32,7 +34,7 @@ std::unique_ptr<Scheduler::Handle> VirtualScheduler::every(std::chrono::millisec
     auto e = std::make_shared<Entry>();
     e->fn = std::move(fn);
     e->periodMs = period.count();
-    schedule(e, m_monotonicMs + e->periodMs);
+    schedule(e, m_clock->monotonicMs() + e->periodMs);
     return std::make_unique<EntryHandle>(e);
 }
 
@@ -40,29 +42,28 @@ std::unique_ptr<Scheduler::Handle> VirtualScheduler::after(std::chrono::millisec
                                                            Callback fn) {
     auto e = std::make_shared<Entry>();
     e->fn = std::move(fn);
-    schedule(e, m_monotonicMs + delay.count());
+    schedule(e, m_clock->monotonicMs() + delay.count());
     return std::make_unique<EntryHandle>(e);
 }
 
 void VirtualScheduler::advance(qint64 ms) {
-    const qint64 end = m_monotonicMs + ms;
+    const qint64 end = m_clock->monotonicMs() + ms;
     while (!m_queue.empty() && m_queue.begin()->first <= end) {
         auto it = m_queue.begin();
-        const qint64 at = it->first;
+        // Whatever fell due while the clock was moved by hand fires now, as a late timer would.
+        const qint64 at = std::max(it->first, m_clock->monotonicMs());
         auto entry = it->second;
         m_queue.erase(it);
         if (entry->cancelled)
             continue;
-        m_clock->jump(at - m_monotonicMs);
-        m_monotonicMs = at;
+        m_clock->elapse(at - m_clock->monotonicMs());
         if (entry->periodMs > 0)
             schedule(entry, at + entry->periodMs);
         else
             entry->fired = true;
         entry->fn();
     }
-    m_clock->jump(end - m_monotonicMs);
-    m_monotonicMs = end;
+    m_clock->elapse(end - m_clock->monotonicMs());
 }
 
 void VirtualScheduler::runDue() {

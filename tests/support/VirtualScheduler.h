@@ -1,7 +1,7 @@
 #pragma once
 
-#include "store/Clock.h"
 #include "store/Scheduler.h"
+#include "support/ManualClock.h"
 
 #include <QDateTime>
 #include <map>
@@ -9,23 +9,10 @@
 
 namespace quill::test {
 
-/// A clock that only moves when a test moves it.
-class ManualClock final : public Clock {
-public:
-    explicit ManualClock(QDateTime start = QDateTime(QDate(2026, 3, 5), QTime(8, 30), Qt::UTC))
-        : m_now(std::move(start)) {}
-    QDateTime now() const override { return m_now; }
-    void set(const QDateTime& t) { m_now = t; }
-    /// Jumps the clock without firing anything (a sleep or a clock change).
-    void jump(qint64 ms) { m_now = m_now.addMSecs(ms); }
-
-private:
-    QDateTime m_now;
-};
-
-/// Timers and delayed calls in virtual time. Like real timers they run on a monotonic
-/// clock of their own: advance() moves both it and the wall clock to each due firing in
-/// time order, while ManualClock::jump() moves only the wall clock (a sleep, a clock change).
+/// Timers and delayed calls in virtual time. Like real timers they run on the monotonic
+/// clock: advance() moves both clocks to each due firing in time order. ManualClock::jump()
+/// and sleep() leave the monotonic clock alone, so nothing fires for a clock change or a
+/// sleep until the next advance().
 class VirtualScheduler final : public Scheduler {
 public:
     explicit VirtualScheduler(std::shared_ptr<ManualClock> clock);
@@ -46,7 +33,6 @@ public:
 private:
     class EntryHandle;
     std::shared_ptr<ManualClock> m_clock;
-    qint64 m_monotonicMs = 0;
     std::multimap<qint64, std::shared_ptr<Entry>> m_queue;
     void schedule(const std::shared_ptr<Entry>& entry, qint64 at);
 };
