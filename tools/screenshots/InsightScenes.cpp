@@ -20,7 +20,7 @@ void emptyHistory(UiHarness& ui) {
 void manyTasks(UiHarness& ui) {
     const QString longName = QStringLiteral("一个名字特别长的任务，用来看表格和卡片怎样收住它");
     for (int i = 0; i < 9; ++i) {
-        const QString name = i == 4 ? longName : QStringLiteral("任务 %1").arg(i + 1);
+        const QString name = i == 0 ? longName : QStringLiteral("任务 %1").arg(i + 1);
         ui.store().addTask(name);
         ui.store().selectTaskNamed(name);
         ui.fakes.random->script.push_back(3600);

@@ -50,6 +50,8 @@ Rectangle {
             text: "删除这条记录"
             Accessible.name: text
             onTriggered: card.deleteRequested()
+            leftPadding: 10
+            rightPadding: 10
             contentItem: Text {
                 text: parent.text
                 font.pixelSize: 13
@@ -117,7 +119,8 @@ Rectangle {
                     id: chip
                     anchors.verticalCenter: parent.verticalCenter
                     readonly property color tint: card.uncategorized ? Theme.secondaryText : Theme.blue
-                    width: Math.min(chipRow.implicitWidth + 14,
+                    // Icon, gap and padding around the name; a long name is cut, never the badge.
+                    width: Math.min(taskText.implicitWidth + 27,
                                     parent.width - titleText.width - badge.width - 2 * parent.spacing)
                     height: 20
                     radius: 10
@@ -134,9 +137,10 @@ Rectangle {
                             color: chip.tint
                         }
                         Text {
+                            id: taskText
                             objectName: "history.card." + card.index + ".task"
                             anchors.verticalCenter: parent.verticalCenter
-                            width: Math.min(implicitWidth, chip.width - 27)
+                            width: chip.width - 27
                             text: card.task
                             font.pixelSize: 9
                             color: chip.tint
