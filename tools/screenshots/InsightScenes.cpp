@@ -48,12 +48,25 @@ void scrollToEnd(UiHarness& ui, const char* name) {
     scroll->setProperty("contentY", std::max<qreal>(end, 0));
 }
 
+// Charts are built after the screen's first frame; pictures wait for them.
+void waitForCharts(UiHarness& ui) {
+    for (int i = 0; i < 100; ++i) {
+        ui.settle();
+        const bool trendDue = ui.store().sessionCount() > 0;
+        if (ui.item(QStringLiteral("insights.week.chart")) &&
+            (!trendDue || ui.item(QStringLiteral("insights.trend.chart"))))
+            return;
+    }
+}
+
 SceneRecorder::Scene section(const char* key, std::function<void(UiHarness&)> before = {},
                              std::function<void(UiHarness&)> after = {}) {
     return [key, before, after](UiHarness& ui) -> QQuickWindow* {
         if (before)
             before(ui);
         ui.click(QStringLiteral("sidebar.section.") + QString::fromLatin1(key));
+        if (QByteArrayView(key) == "insights")
+            waitForCharts(ui);
         if (after)
             after(ui);
         return nullptr;
