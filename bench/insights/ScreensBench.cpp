@@ -1,6 +1,7 @@
 // Opens the app's main window (the app's own start-up path) on a history of N sessions and
 // reports, as key=value lines:
 //   insights_ms / history_ms   section switch → the next frame on screen (screen built then)
+//   settings_ms                the same for the settings section, as a baseline
 //   revisit_ms                 switching back to a screen already built
 //   scroll_frame_ms_avg/max    frame to frame while the history list scrolls at 60 px a frame
 //   delete_ms                  removing one session on the UI thread, the save included
@@ -132,6 +133,9 @@ int main(int argc, char** argv) {
     const auto show = [&](AppSection section) {
         return toNextFrame(window, [&] { store->setSelectedSection(section); });
     };
+    // Another section built on first visit, for comparison: what any first switch costs.
+    std::printf("settings_ms=%.1f\n", show(AppSection::settings));
+    settle(500);
     std::printf("insights_ms=%.1f\n", show(AppSection::insights));
     settle(500);
     std::printf("history_ms=%.1f\n", show(AppSection::history));

@@ -20,7 +20,7 @@ void emptyHistory(UiHarness& ui) {
 void manyTasks(UiHarness& ui) {
     const QString longName = QStringLiteral("一个名字特别长的任务，用来看表格和卡片怎样收住它");
     for (int i = 0; i < 9; ++i) {
-        const QString name = i == 4 ? longName : QStringLiteral("任务 %1").arg(i + 1);
+        const QString name = i == 0 ? longName : QStringLiteral("任务 %1").arg(i + 1);
         ui.store().addTask(name);
         ui.store().selectTaskNamed(name);
         ui.fakes.random->script.push_back(3600);
@@ -48,12 +48,25 @@ void scrollToEnd(UiHarness& ui, const char* name) {
     scroll->setProperty("contentY", std::max<qreal>(end, 0));
 }
 
+// Charts are built after the screen's first frame; pictures wait for them.
+void waitForCharts(UiHarness& ui) {
+    for (int i = 0; i < 100; ++i) {
+        ui.settle();
+        const bool trendDue = ui.store().sessionCount() > 0;
+        if (ui.item(QStringLiteral("insights.week.chart")) &&
+            (!trendDue || ui.item(QStringLiteral("insights.trend.chart"))))
+            return;
+    }
+}
+
 SceneRecorder::Scene section(const char* key, std::function<void(UiHarness&)> before = {},
                              std::function<void(UiHarness&)> after = {}) {
     return [key, before, after](UiHarness& ui) -> QQuickWindow* {
         if (before)
             before(ui);
         ui.click(QStringLiteral("sidebar.section.") + QString::fromLatin1(key));
+        if (QByteArrayView(key) == "insights")
+            waitForCharts(ui);
         if (after)
             after(ui);
         return nullptr;

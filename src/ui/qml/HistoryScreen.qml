@@ -28,7 +28,6 @@ Item {
         keyNavigationEnabled: true
         highlightFollowsCurrentItem: false
         currentIndex: 0
-        cacheBuffer: 400
         Accessible.role: Accessible.List
         Accessible.name: "专注记录"
         ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
@@ -119,10 +118,48 @@ Item {
         }
 
         delegate: SessionCard {
+            id: cardDelegate
             objectName: "history.card." + index
             width: ListView.view.width
             current: ListView.isCurrentItem && ListView.view.activeFocus
-            onDeleteRequested: vm.requestDelete(index)
+            onMenuRequested: (x, y) => {
+                cardMenu.row = index;
+                cardMenu.popup(cardDelegate, x, y);
+            }
+        }
+    }
+
+    // One menu for every card: a menu per card would make each card far costlier to build.
+    Menu {
+        id: cardMenu
+        objectName: "history.menu"
+        property int row: -1
+        MenuItem {
+            objectName: "history.menu.delete"
+            text: "删除这条记录"
+            Accessible.name: text
+            leftPadding: 10
+            rightPadding: 10
+            onTriggered: vm.requestDelete(cardMenu.row)
+            contentItem: Text {
+                text: parent.text
+                font.pixelSize: 13
+                color: Theme.coral
+                verticalAlignment: Text.AlignVCenter
+            }
+            background: Rectangle {
+                implicitWidth: 160
+                implicitHeight: 32
+                radius: 8
+                color: parent.highlighted ? Theme.alpha(Theme.coral, 0.12) : "transparent"
+            }
+        }
+        background: Rectangle {
+            implicitWidth: 170
+            radius: 10
+            color: Theme.background
+            border.width: 1
+            border.color: Theme.hairline
         }
     }
 

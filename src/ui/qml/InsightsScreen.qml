@@ -103,13 +103,18 @@ Item {
                             subtitle: "净专注分钟"
                             symbol: "calendar"
                         }
-                        WeekChart {
-                            objectName: "insights.week.chart"
+                        // Charts are built after the page's first frame: the chart module is
+                        // the slowest part of the screen to create.
+                        Loader {
                             width: parent.width
                             height: 190
-                            bars: vm.weekBars
-                            axisMax: vm.weekAxisMax
-                            tickCount: vm.weekTickCount
+                            asynchronous: true
+                            sourceComponent: WeekChart {
+                                objectName: "insights.week.chart"
+                                bars: vm.weekBars
+                                axisMax: vm.weekAxisMax
+                                tickCount: vm.weekTickCount
+                            }
                         }
                     }
                 }
@@ -158,6 +163,7 @@ Item {
                         Loader {
                             width: parent.width
                             height: 180
+                            asynchronous: true
                             active: vm.trendPoints.length > 0
                             visible: active
                             sourceComponent: TrendChart {

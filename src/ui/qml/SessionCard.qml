@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // One stored round in the history: date block, length with task chip and status badge,
-// start time, four small figures and the note. Its context menu offers the delete.
+// start time, four small figures and the note. A right click asks for its context menu.
 Rectangle {
     id: card
     required property int index
@@ -23,7 +22,8 @@ Rectangle {
     required property bool noteEmpty
     required property string accessibleText
     property bool current: false
-    signal deleteRequested()
+    /// The context menu is asked for at this point of the card.
+    signal menuRequested(real x, real y)
 
     implicitHeight: layout.implicitHeight + 32
     radius: 18
@@ -34,42 +34,12 @@ Rectangle {
     Accessible.name: accessibleText
 
     function openMenu(x, y) {
-        menu.popup(card, x, y);
+        menuRequested(x, y);
     }
 
     TapHandler {
         acceptedButtons: Qt.RightButton
         onTapped: (point) => card.openMenu(point.position.x, point.position.y)
-    }
-
-    Menu {
-        id: menu
-        objectName: "history.menu." + card.index
-        MenuItem {
-            objectName: "history.menu." + card.index + ".delete"
-            text: "删除这条记录"
-            Accessible.name: text
-            onTriggered: card.deleteRequested()
-            contentItem: Text {
-                text: parent.text
-                font.pixelSize: 13
-                color: Theme.coral
-                verticalAlignment: Text.AlignVCenter
-            }
-            background: Rectangle {
-                implicitWidth: 160
-                implicitHeight: 32
-                radius: 8
-                color: parent.highlighted ? Theme.alpha(Theme.coral, 0.12) : "transparent"
-            }
-        }
-        background: Rectangle {
-            implicitWidth: 170
-            radius: 10
-            color: Theme.background
-            border.width: 1
-            border.color: Theme.hairline
-        }
     }
 
     Row {
@@ -117,7 +87,8 @@ Rectangle {
                     id: chip
                     anchors.verticalCenter: parent.verticalCenter
                     readonly property color tint: card.uncategorized ? Theme.secondaryText : Theme.blue
-                    width: Math.min(chipRow.implicitWidth + 14,
+                    // Icon, gap and padding around the name; a long name is cut, never the badge.
+                    width: Math.min(taskText.implicitWidth + 27,
                                     parent.width - titleText.width - badge.width - 2 * parent.spacing)
                     height: 20
                     radius: 10
@@ -134,9 +105,10 @@ Rectangle {
                             color: chip.tint
                         }
                         Text {
+                            id: taskText
                             objectName: "history.card." + card.index + ".task"
                             anchors.verticalCenter: parent.verticalCenter
-                            width: Math.min(implicitWidth, chip.width - 27)
+                            width: chip.width - 27
                             text: card.task
                             font.pixelSize: 9
                             color: chip.tint
