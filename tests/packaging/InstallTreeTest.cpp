@@ -87,6 +87,10 @@ TEST_F(InstallTree, NoPathIntoTheSourceOrBuildTreeLeaks) {
     QDirIterator it(root->path(), QDir::Files, QDirIterator::Subdirectories);
     while (it.hasNext()) {
         QFile file(it.next());
+#ifdef QUILL_EXECUTABLE_NAMES_SOURCES
+        if (QFileInfo(file).isExecutable())
+            continue;
+#endif
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QByteArray bytes = file.readAll();
         EXPECT_FALSE(bytes.contains(source)) << file.fileName().toStdString();
