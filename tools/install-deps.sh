@@ -16,6 +16,7 @@ packages=(
   pulseaudio pulseaudio-utils dbus dbus-x11 xvfb xauth
   dbus-daemon # the music tests start a private session bus of their own
   fonts-noto-cjk fonts-material-design-icons-iconfont
+  openbox libxcb1-dev # the floating timer's test runs under a real window manager
 )
 
 missing=()

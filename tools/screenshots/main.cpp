@@ -1,4 +1,5 @@
 #include "SceneRecorder.h"
+#include "SettingsScenes.h"
 #include "store/AppStore.h"
 #include "ui/UiHarness.h"
 
@@ -72,7 +73,7 @@ int main(int argc, char** argv) {
         return 1;
     }
 
-    const QList<QPair<QString, screenshots::SceneRecorder::Scene>> scenes = {
+    QList<QPair<QString, screenshots::SceneRecorder::Scene>> scenes = {
         {QStringLiteral("idle"), [](UiHarness&) -> QQuickWindow* { return nullptr; }},
         {QStringLiteral("focusing"), focusing},
         {QStringLiteral("paused"),
@@ -132,6 +133,7 @@ int main(int argc, char** argv) {
          }},
     };
 
+    screenshots::addSettingsScenes(scenes);
     screenshots::SceneRecorder recorder(outputDir);
     bool ok = true;
     for (AppearanceMode appearance : {AppearanceMode::dark, AppearanceMode::light})

@@ -66,6 +66,14 @@ constexpr std::array kTable{
     SymbolEntry{"checkmark", 0xe5ca, "check", false},
     SymbolEntry{"tag.fill", 0xf05b, "sell", false},
     SymbolEntry{"arrow.up.left.and.arrow.down.right", 0xf1ce, "open_in_full", false},
+    // settings screen
+    SymbolEntry{"bell.badge.fill", 0xe7f7, "notifications_active", false},
+    SymbolEntry{"shuffle", 0xe043, "shuffle", false},
+    SymbolEntry{"tag", 0xf05b, "sell", true},
+    SymbolEntry{"internaldrive.fill", 0xe1db, "storage", false},
+    SymbolEntry{"square.and.arrow.up", 0xe6b8, "ios_share", false},
+    SymbolEntry{"trash", 0xe92e, "delete_outline", false},
+    SymbolEntry{"quote.opening", 0xe244, "format_quote", false},
     // placeholder screens
     SymbolEntry{"hammer.fill", 0xe869, "build", false},
 };
