@@ -71,7 +71,7 @@ void addSettingsScenes(QList<QPair<QString, SceneRecorder::Scene>>& scenes) {
                        ui.store().testMusic();
                        if (!ui.fakes.music->requests.empty())
                            ui.fakes.music->requests.back().completion(
-                               {false, QStringLiteral("网易云音乐播放失败：没有找到客户端")});
+                               {false, QStringLiteral("没有找到网易云音乐客户端")});
                        ui.settle();
                        return nullptr;
                    }});
