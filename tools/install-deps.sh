@@ -17,6 +17,7 @@ packages=(
   dbus-daemon # the music tests start a private session bus of their own
   fonts-noto-cjk fonts-material-design-icons-iconfont
   desktop-file-utils appstream # the packaging tests validate the desktop entry and metainfo
+  openbox libxcb1-dev # the floating timer's test runs under a real window manager
 )
 
 missing=()

@@ -6,6 +6,7 @@
 #include "ui/theme/Theme.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -89,9 +90,9 @@ void UiHarness::click(const QString& name, QQuickWindow* in) {
 }
 
 void UiHarness::clickAt(QPointF scenePoint, QQuickWindow* in) {
-    QQuickWindow* w = in ? in : window();
+    const QPointer<QQuickWindow> w = in ? in : window();
     QTest::mouseClick(w, Qt::LeftButton, Qt::NoModifier, scenePoint.toPoint());
-    settle(w);
+    settle(w ? w.data() : window());
 }
 
 void UiHarness::pressKey(Qt::Key key, QQuickWindow* in) {
@@ -113,8 +114,9 @@ void UiHarness::advance(qint64 ms) {
 }
 
 void UiHarness::settle(QQuickWindow* in) {
+    // A click may close the window it landed in (the floating timer's restore button).
+    const QPointer<QQuickWindow> w = in ? in : window();
     QCoreApplication::processEvents();
-    QQuickWindow* w = in ? in : window();
     // A grab polishes and renders synchronously: positioners have placed their children and
     // every animation-free binding shows its current value afterwards.
     if (w && w->isVisible())

@@ -1,5 +1,6 @@
 #include "InsightScenes.h"
 #include "SceneRecorder.h"
+#include "SettingsScenes.h"
 #include "store/AppStore.h"
 #include "ui/UiHarness.h"
 
@@ -134,6 +135,7 @@ int main(int argc, char** argv) {
     };
 
     scenes += screenshots::insightScenes();
+    screenshots::addSettingsScenes(scenes);
     screenshots::SceneRecorder recorder(outputDir);
     bool ok = true;
     for (AppearanceMode appearance : {AppearanceMode::dark, AppearanceMode::light})

@@ -141,6 +141,8 @@ Window {
         store: root.store
     }
 
+    FloatingTimerController { objectName: "floatingTimerController"; store: root.store; mainWindow: root }
+
     TrayIcon {
         objectName: "trayIcon"
         symbol: shell.traySymbol

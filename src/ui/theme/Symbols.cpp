@@ -78,6 +78,12 @@ constexpr std::array kTable{
     SymbolEntry{"text.magnifyingglass", 0xf02f, "manage_search", false},
     SymbolEntry{"square.and.arrow.up", 0xe6b8, "ios_share", false},
     SymbolEntry{"circle.grid.2x2.fill", 0xe9b0, "grid_view", false},
+    // settings screen
+    SymbolEntry{"bell.badge.fill", 0xe7f7, "notifications_active", false},
+    SymbolEntry{"shuffle", 0xe043, "shuffle", false},
+    SymbolEntry{"internaldrive.fill", 0xe1db, "storage", false},
+    SymbolEntry{"trash", 0xe92e, "delete_outline", false},
+    SymbolEntry{"quote.opening", 0xe244, "format_quote", false},
     // placeholder screens
     SymbolEntry{"hammer.fill", 0xe869, "build", false},
 };

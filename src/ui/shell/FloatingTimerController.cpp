@@ -1,0 +1,156 @@
+#include "FloatingTimerController.h"
+
+#include "MainWindowRestorer.h"
+#include "X11WindowHints.h"
+#include "store/AppStore.h"
+#include "ui/UiLog.h"
+
+#include <QPainterPath>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QRegion>
+
+namespace quill {
+
+namespace {
+const QUrl kPanelUrl(QStringLiteral("qrc:/qt/qml/Quillmere/FloatingTimerPanel.qml"));
+
+// Without a compositor the window is the panel itself; its rounded corners are cut by a
+// shape mask so the desktop, not black, shows there.
+QRegion roundedRegion(QSize size, qreal radius) {
+    QPainterPath path;
+    path.addRoundedRect(QRectF(QPointF(0, 0), size), radius, radius);
+    return QRegion(path.toFillPolygon().toPolygon());
+}
+} // namespace
+
+FloatingTimerController::FloatingTimerController(QObject* parent) : QObject(parent) {}
+
+FloatingTimerController::~FloatingTimerController() {
+    delete m_panel.data();
+}
+
+bool FloatingTimerController::wanted(bool mainMinimised, bool sessionActive,
+                                     const AppSettings& settings) {
+    return mainMinimised && sessionActive &&
+           (settings.effectiveFloatingTimerOnMinimize() ||
+            settings.effectiveFloatingSignalButtons());
+}
+
+void FloatingTimerController::setStore(AppStore* store) {
+    if (m_store == store)
+        return;
+    disconnect(m_storeSettings);
+    disconnect(m_storePhase);
+    m_store = store;
+    if (store) {
+        m_storePhase =
+            connect(store, &AppStore::phaseChanged, this, &FloatingTimerController::update);
+        m_storeSettings = connect(store, &AppStore::settingsChanged, this, [this] {
+            const AppSettings& s = m_store->settings();
+            const bool countdown = s.effectiveFloatingTimerOnMinimize();
+            const bool buttons = s.effectiveFloatingSignalButtons();
+            if (countdown == m_countdownSetting && buttons == m_buttonsSetting)
+                return;
+            m_countdownSetting = countdown;
+            m_buttonsSetting = buttons;
+            update();
+        });
+        m_countdownSetting = store->settings().effectiveFloatingTimerOnMinimize();
+        m_buttonsSetting = store->settings().effectiveFloatingSignalButtons();
+    }
+    Q_EMIT storeChanged();
+    update();
+}
+
+void FloatingTimerController::setMainWindow(QQuickWindow* window) {
+    if (m_mainWindow == window)
+        return;
+    disconnect(m_windowState);
+    m_mainWindow = window;
+    m_mainMinimised = false;
+    if (window) {
+        m_windowState = connect(window, &QWindow::windowStateChanged, this,
+                                [this] { onMainWindowState(m_mainWindow->windowStates()); });
+        m_mainMinimised = window->windowStates() & Qt::WindowMinimized;
+    }
+    Q_EMIT mainWindowChanged();
+    update();
+}
+
+void FloatingTimerController::onMainWindowState(Qt::WindowStates states) {
+    const bool minimised = states & Qt::WindowMinimized;
+    if (minimised == m_mainMinimised)
+        return;
+    m_mainMinimised = minimised;
+    update();
+}
+
+void FloatingTimerController::update() {
+    if (m_store && wanted(m_mainMinimised, m_store->isSessionActive(), m_store->settings()))
+        open();
+    else
+        dismiss();
+}
+
+void FloatingTimerController::open() {
+    if (m_panel)
+        return;
+    QQmlEngine* engine = qmlEngine(this);
+    if (!engine) {
+        qCWarning(lcUi) << "The floating timer has no QML engine to build its window.";
+        return;
+    }
+    m_composited = x11::compositorRunning();
+    QQmlComponent component(engine, kPanelUrl);
+    QObject* built = component.createWithInitialProperties(
+        {{QStringLiteral("store"), QVariant::fromValue(m_store.data())},
+         {QStringLiteral("controller"), QVariant::fromValue(this)}});
+    auto* panel = qobject_cast<QQuickWindow*>(built);
+    if (!panel) {
+        qCWarning(lcUi) << "The floating timer could not be built:" << component.errorString();
+        delete built;
+        return;
+    }
+    m_panel = panel;
+    QQmlEngine::setObjectOwnership(panel, QQmlEngine::CppOwnership);
+    QSurfaceFormat format = panel->format();
+    format.setAlphaBufferSize(8);
+    panel->setFormat(format);
+    panel->create();
+    x11::showOnAllWorkspaces(panel);
+    if (!m_composited) {
+        auto applyMask = [panel] {
+            panel->setMask(roundedRegion(panel->size(), panel->property("radius").toReal()));
+        };
+        applyMask();
+        connect(panel, &QWindow::widthChanged, panel, applyMask);
+        connect(panel, &QWindow::heightChanged, panel, applyMask);
+    }
+    panel->show();
+    x11::showOnAllWorkspaces(panel);
+    Q_EMIT panelChanged();
+}
+
+void FloatingTimerController::dismiss() {
+    if (!m_panel)
+        return;
+    QQuickWindow* panel = m_panel;
+    m_panel.clear();
+    panel->hide();
+    // A button inside the panel may be what closed it: delete once its click has returned.
+    panel->deleteLater();
+    Q_EMIT panelChanged();
+}
+
+void FloatingTimerController::restoreMainWindow() {
+    restoreWindow(m_mainWindow);
+    dismiss();
+}
+
+void FloatingTimerController::startMove() {
+    if (m_panel)
+        m_panel->startSystemMove();
+}
+
+} // namespace quill

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "model/AppSettings.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QQuickWindow>
+#include <QtQml/qqmlregistration.h>
+
+namespace quill {
+
+class AppStore;
+
+/// Opens the floating countdown panel while a round runs and the main window is minimised
+/// (and the settings ask for it), and closes it otherwise. The panel is a top-level window
+/// built on demand from FloatingTimerPanel.qml and destroyed when it closes, so nothing of it
+/// lives while it is not shown.
+class FloatingTimerController : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    /// The store whose round the panel shows.
+    Q_PROPERTY(quill::AppStore* store READ store WRITE setStore NOTIFY storeChanged)
+    /// The main window, watched for minimising and brought back by the restore button.
+    Q_PROPERTY(
+        QQuickWindow* mainWindow READ mainWindow WRITE setMainWindow NOTIFY mainWindowChanged)
+    /// The open panel, or null.
+    Q_PROPERTY(QQuickWindow* panel READ panel NOTIFY panelChanged)
+    /// The panel's transparent margin shows the desktop (a compositor runs), so it can draw
+    /// its own shadow there; without one the window is exactly the panel, its corners masked.
+    Q_PROPERTY(bool composited READ composited NOTIFY panelChanged)
+
+public:
+    explicit FloatingTimerController(QObject* parent = nullptr);
+    ~FloatingTimerController() override;
+
+    /// The opening rule: minimised, a round active, and the countdown or the buttons wanted.
+    static bool wanted(bool mainMinimised, bool sessionActive, const AppSettings& settings);
+
+    AppStore* store() const { return m_store; }
+    void setStore(AppStore* store);
+    QQuickWindow* mainWindow() const { return m_mainWindow; }
+    void setMainWindow(QQuickWindow* window);
+    QQuickWindow* panel() const { return m_panel; }
+    bool composited() const { return m_composited; }
+
+    /// The restore button: brings the main window back and closes the panel.
+    Q_INVOKABLE void restoreMainWindow();
+    /// Lets the window system move the panel with the pointer (works on Wayland too).
+    Q_INVOKABLE void startMove();
+
+Q_SIGNALS:
+    void storeChanged();
+    void mainWindowChanged();
+    void panelChanged();
+
+private:
+    void update();
+    void open();
+    void dismiss();
+    void onMainWindowState(Qt::WindowStates states);
+
+    QPointer<AppStore> m_store;
+    QPointer<QQuickWindow> m_mainWindow;
+    QPointer<QQuickWindow> m_panel;
+    QMetaObject::Connection m_storeSettings, m_storePhase, m_windowState;
+    bool m_mainMinimised = false;
+    bool m_composited = false;
+    // What the open-rule last saw of the settings: a settings write that changes neither
+    // floating switch does not re-evaluate it.
+    bool m_countdownSetting = true;
+    bool m_buttonsSetting = false;
+};
+
+} // namespace quill

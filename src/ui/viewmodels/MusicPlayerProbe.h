@@ -1,0 +1,24 @@
+#pragma once
+
+#include "model/SettingsEnums.h"
+
+#include <QString>
+#include <functional>
+#include <memory>
+
+namespace quill {
+
+/// Finds the running player the music test would drive, so the music card can name it.
+class MusicPlayerProbe {
+public:
+    using Done = std::function<void(const QString& playerName)>;
+    virtual ~MusicPlayerProbe() = default;
+    /// Answers once, on the UI thread, with the player's name, or empty when none runs.
+    virtual void find(MusicService service, Done done) = 0;
+};
+
+/// Asks the session bus for MPRIS players without ever waiting on it; answers empty at once
+/// without a session bus.
+std::shared_ptr<MusicPlayerProbe> createMusicPlayerProbe();
+
+} // namespace quill

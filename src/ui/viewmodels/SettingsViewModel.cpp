@@ -1,0 +1,196 @@
+#include "SettingsViewModel.h"
+
+#include "SettingsEdit.h"
+
+#include <algorithm>
+
+namespace quill {
+
+SettingsViewModel::SettingsViewModel(QObject* parent) : StoreViewModel(parent) {}
+
+void SettingsViewModel::connectStore(AppStore* s) {
+    connect(s, &AppStore::settingsChanged, this, &SettingsViewModel::changed);
+    connect(s, &AppStore::sessionsChanged, this, [this] {
+        Q_EMIT sessionsChanged();
+        // The alert asks about stored rounds; with none left there is nothing to confirm.
+        if (!clearEnabled())
+            setClearConfirmation(false);
+    });
+}
+
+void SettingsViewModel::refreshAll() {
+    Q_EMIT changed();
+    Q_EMIT sessionsChanged();
+}
+
+AppSettings SettingsViewModel::current() const {
+    return store() ? store()->settings() : AppSettings{};
+}
+
+int SettingsViewModel::reminderMinimum() const {
+    return int(current().reminderMinimumMinutes);
+}
+
+void SettingsViewModel::setReminderMinimum(int minutes) {
+    // The repair raises the latest time along with it when the earliest passes it.
+    editRepairedSettings(store(),
+                         [minutes](AppSettings& s) { s.reminderMinimumMinutes = minutes; });
+}
+
+int SettingsViewModel::reminderMaximum() const {
+    return int(current().reminderMaximumMinutes);
+}
+
+void SettingsViewModel::setReminderMaximum(int minutes) {
+    editRepairedSettings(store(),
+                         [minutes](AppSettings& s) { s.reminderMaximumMinutes = minutes; });
+}
+
+int SettingsViewModel::reminderMaximumFrom() const {
+    return std::max(reminderMinimum(), 1);
+}
+
+int SettingsViewModel::microBreakSeconds() const {
+    return int(current().microBreakSeconds);
+}
+
+void SettingsViewModel::setMicroBreakSeconds(int seconds) {
+    editRepairedSettings(store(), [seconds](AppSettings& s) { s.microBreakSeconds = seconds; });
+}
+
+QString SettingsViewModel::reminderMinimumText() const {
+    return QStringLiteral("%1 分钟").arg(reminderMinimum());
+}
+
+QString SettingsViewModel::reminderMaximumText() const {
+    return QStringLiteral("%1 分钟").arg(reminderMaximum());
+}
+
+QString SettingsViewModel::microBreakText() const {
+    return QStringLiteral("%1 秒").arg(microBreakSeconds());
+}
+
+QStringList SettingsViewModel::reminderSoundOptions() {
+    return quill::reminderSoundOptions();
+}
+
+int SettingsViewModel::reminderSoundIndex() const {
+    return int(reminderSoundOptions().indexOf(current().reminderSound));
+}
+
+void SettingsViewModel::setReminderSoundIndex(int index) {
+    const QStringList options = reminderSoundOptions();
+    if (index < 0 || index >= options.size())
+        return;
+    editRepairedSettings(store(), [&](AppSettings& s) { s.reminderSound = options.at(index); });
+}
+
+bool SettingsViewModel::showNextReminder() const {
+    return current().showNextReminder;
+}
+
+void SettingsViewModel::setShowNextReminder(bool show) {
+    editRepairedSettings(store(), [show](AppSettings& s) { s.showNextReminder = show; });
+}
+
+int SettingsViewModel::selectedDuration() const {
+    return int(current().selectedDurationMinutes);
+}
+
+void SettingsViewModel::setSelectedDuration(int minutes) {
+    editRepairedSettings(store(),
+                         [minutes](AppSettings& s) { s.selectedDurationMinutes = minutes; });
+}
+
+void SettingsViewModel::commitDurationText(const QString& text) {
+    bool ok = false;
+    const qlonglong minutes = text.trimmed().toLongLong(&ok);
+    if (ok)
+        editRepairedSettings(store(), [minutes](AppSettings& s) {
+            s.selectedDurationMinutes = std::clamp<qint64>(minutes, 1, 1440);
+        });
+    else
+        Q_EMIT changed();
+}
+
+QStringList SettingsViewModel::completionSoundOptions() {
+    return quill::completionSoundOptions();
+}
+
+int SettingsViewModel::completionSoundIndex() const {
+    return int(completionSoundOptions().indexOf(current().completionSound));
+}
+
+void SettingsViewModel::setCompletionSoundIndex(int index) {
+    const QStringList options = completionSoundOptions();
+    if (index < 0 || index >= options.size())
+        return;
+    editRepairedSettings(store(), [&](AppSettings& s) { s.completionSound = options.at(index); });
+}
+
+bool SettingsViewModel::floatingTimerOnMinimize() const {
+    return current().effectiveFloatingTimerOnMinimize();
+}
+
+void SettingsViewModel::setFloatingTimerOnMinimize(bool on) {
+    editRepairedSettings(store(), [on](AppSettings& s) { s.floatingTimerOnMinimize = on; });
+}
+
+bool SettingsViewModel::floatingSignalButtons() const {
+    return current().effectiveFloatingSignalButtons();
+}
+
+void SettingsViewModel::setFloatingSignalButtons(bool on) {
+    editRepairedSettings(store(), [on](AppSettings& s) { s.floatingSignalButtons = on; });
+}
+
+QString SettingsViewModel::dataSubtitle() {
+#ifdef Q_OS_MACOS
+    return QStringLiteral("全部记录只保存在这台 Mac");
+#else
+    return QStringLiteral("全部记录只保存在这台电脑");
+#endif
+}
+
+bool SettingsViewModel::clearEnabled() const {
+    return store() && store()->sessionCount() > 0;
+}
+
+void SettingsViewModel::previewReminderSound() {
+    if (store())
+        store()->playSound(current().reminderSound);
+}
+
+void SettingsViewModel::previewCompletionSound() {
+    if (store())
+        store()->playSound(current().completionSound);
+}
+
+void SettingsViewModel::exportSessions() {
+    if (store())
+        store()->exportSessions();
+}
+
+void SettingsViewModel::requestClear() {
+    if (clearEnabled())
+        setClearConfirmation(true);
+}
+
+void SettingsViewModel::cancelClear() {
+    setClearConfirmation(false);
+}
+
+void SettingsViewModel::confirmClear() {
+    if (!m_clearConfirmation)
+        return;
+    setClearConfirmation(false);
+    if (store())
+        store()->clearHistory();
+}
+
+void SettingsViewModel::setClearConfirmation(bool shown) {
+    if (assign(m_clearConfirmation, shown))
+        Q_EMIT clearConfirmationChanged();
+}
+
+} // namespace quill

@@ -1,0 +1,115 @@
+#include "ui/viewmodels/FloatingTimerViewModel.h"
+#include "ViewModelFixture.h"
+
+#include <QSignalSpy>
+
+using namespace quill;
+using namespace quill::test;
+
+namespace {
+
+struct ShapeCase {
+    bool countdown, buttons;
+    int width, height, radius;
+};
+
+class FloatingShapeTest : public ViewModelTest, public ::testing::WithParamInterface<ShapeCase> {};
+
+TEST_P(FloatingShapeTest, SizeAndCornersFollowTheTwoSettings) {
+    const ShapeCase c = GetParam();
+    FloatingTimerViewModel vm;
+    vm.setStore(store.get());
+    edit([&](AppSettings& s) {
+        s.floatingTimerOnMinimize = c.countdown;
+        s.floatingSignalButtons = c.buttons;
+    });
+    EXPECT_EQ(vm.panelWidth(), c.width);
+    EXPECT_EQ(vm.panelHeight(), c.height);
+    EXPECT_EQ(vm.cornerRadius(), c.radius);
+    EXPECT_EQ(vm.countdownShown(), c.countdown);
+    EXPECT_EQ(vm.signalsShown(), c.buttons);
+}
+
+INSTANTIATE_TEST_SUITE_P(AllFour, FloatingShapeTest,
+                         ::testing::Values(ShapeCase{true, true, 292, 174, 24},
+                                           ShapeCase{true, false, 264, 116, 24},
+                                           ShapeCase{false, true, 292, 70, 19},
+                                           ShapeCase{false, false, 264, 0, 19}));
+
+class FloatingTimerViewModelTest : public ViewModelTest {
+protected:
+    FloatingTimerViewModel vm;
+    void SetUp() override { vm.setStore(store.get()); }
+};
+
+TEST_F(FloatingTimerViewModelTest, UnsetSettingsMeanCountdownOnButtonsOffDark) {
+    edit([](AppSettings& s) {
+        s.floatingTimerOnMinimize.reset();
+        s.floatingSignalButtons.reset();
+        s.appearanceMode.reset();
+    });
+    EXPECT_EQ(vm.panelHeight(), 116);
+    EXPECT_EQ(vm.backgroundColor().rgb(), QColor(16, 25, 29).rgb());
+    EXPECT_NEAR(vm.backgroundColor().alphaF(), 0.97, 0.005);
+    EXPECT_EQ(vm.shadowRadius(), 24);
+    store->toggleAppearance();
+    EXPECT_EQ(vm.backgroundColor().rgb(), QColor(247, 250, 248).rgb());
+    EXPECT_NEAR(vm.outlineColor().alphaF(), 0.11, 0.005);
+    EXPECT_NEAR(vm.mintWashOpacity(), 0.08, 1e-9);
+    EXPECT_EQ(vm.shadowOffset(), 8);
+}
+
+TEST_F(FloatingTimerViewModelTest, TheRingStartsVisibleAndFollowsNetFocus) {
+    start(); // 50 minutes, first reminder after an hour
+    EXPECT_DOUBLE_EQ(vm.ringProgress(), 0.02);
+    EXPECT_EQ(vm.timeText(), "50:00");
+    EXPECT_EQ(vm.statusWord(), "专注中");
+    EXPECT_EQ(vm.roundSymbol(), "pause.fill");
+    EXPECT_EQ(vm.roundHelp(), "暂停");
+    advance(1500'000);
+    EXPECT_NEAR(vm.ringProgress(), 0.5, 0.001);
+    EXPECT_EQ(vm.timeText(), "25:00");
+
+    vm.roundAction();
+    EXPECT_EQ(store->phase(), SessionPhase::paused);
+    EXPECT_EQ(vm.statusWord(), "已暂停");
+    EXPECT_EQ(vm.statusTint(), "amber");
+    EXPECT_EQ(vm.statusSymbol(), "pause.fill");
+    EXPECT_EQ(vm.roundSymbol(), "play.fill");
+    EXPECT_EQ(vm.roundHelp(), "继续");
+
+    // While paused nothing it shows moves, so steps repaint nothing.
+    QSignalSpy time(&vm, &FloatingTimerViewModel::timeChanged);
+    QSignalSpy phase(&vm, &FloatingTimerViewModel::phaseStateChanged);
+    advance(60'000);
+    EXPECT_EQ(time.count(), 0);
+    EXPECT_EQ(phase.count(), 0);
+}
+
+TEST_F(FloatingTimerViewModelTest, AMicroBreakFillsTheRingAndDimsTheSignals) {
+    start(180);
+    vm.recordMindWander();
+    vm.recordFatigue();
+    vm.recordMindWander();
+    EXPECT_EQ(vm.wanderCount(), 2);
+    EXPECT_EQ(vm.wanderHelp(), "我走神了，本轮已记录 2 次");
+    EXPECT_EQ(vm.fatigueHelp(), "我开始累了，本轮已记录 1 次");
+
+    advance(180'250);
+    ASSERT_EQ(store->phase(), SessionPhase::microBreak);
+    EXPECT_DOUBLE_EQ(vm.ringProgress(), 1.0);
+    EXPECT_EQ(vm.timeText(), "10 秒");
+    EXPECT_EQ(vm.statusWord(), "微休息");
+    EXPECT_EQ(vm.statusTint(), "blue");
+    EXPECT_EQ(vm.statusSymbol(), "sparkles");
+    EXPECT_EQ(vm.roundHelp(), "提前继续");
+    EXPECT_FALSE(vm.signalsEnabled());
+    vm.recordMindWander(); // the store ignores signals during a break
+    EXPECT_EQ(vm.wanderCount(), 2);
+
+    vm.roundAction();
+    EXPECT_EQ(store->phase(), SessionPhase::focusing);
+    EXPECT_TRUE(vm.signalsEnabled());
+}
+
+} // namespace
