@@ -14,6 +14,8 @@ ctest --test-dir build --output-on-failure -j"$jobs"
 # Qt's own caches look like leaks to LeakSanitizer, so only memory errors and UB fail here.
 export ASAN_OPTIONS=detect_leaks=0:abort_on_error=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
-cmake -S . -B build-sanitize -G Ninja -DCMAKE_BUILD_TYPE=Debug -DQUILL_SANITIZE=ON -DQUILL_BUILD_BENCH=OFF
+# The ambient loops are the same in both builds: the second one copies the first one's.
+cmake -S . -B build-sanitize -G Ninja -DCMAKE_BUILD_TYPE=Debug -DQUILL_SANITIZE=ON -DQUILL_BUILD_BENCH=OFF \
+  -DQUILL_AMBIENT_RENDERED="$PWD/build/share/quillmere/Ambient"
 cmake --build build-sanitize -j"$jobs"
 ctest --test-dir build-sanitize --output-on-failure -j"$jobs"

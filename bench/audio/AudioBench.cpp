@@ -6,6 +6,7 @@
 #include "audio/BrownNoiseGenerator.h"
 #include "audio/NamedSoundSynth.h"
 #include "audio/OfflineAudioDevice.h"
+#include "audio/Resampler.h"
 #include "audio/SdlAudioDevice.h"
 #include "audio/SegmentStreamer.h"
 
@@ -106,7 +107,10 @@ struct OfflineMix {
     std::shared_ptr<ManualScheduler> scheduler = std::make_shared<ManualScheduler>();
     std::shared_ptr<SegmentStreamer> streamer =
         std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::manual);
-    AmbientPlayer player{environment()};
+    AmbientPlayer player;
+
+    /// At the output's rate: 48 kHz plays the loops as they are, 44.1 kHz resamples them.
+    explicit OfflineMix(double rate = 48000.0) : player(environment(rate)) {}
 
     /// Starts `levels` and ticks until every fade has settled.
     bool start(const AmbientLevels& levels) {
@@ -118,7 +122,8 @@ struct OfflineMix {
     }
 
 private:
-    AmbientPlayer::Environment environment() {
+    AmbientPlayer::Environment environment(double rate) {
+        device->setPreferredSampleRate(rate);
         AmbientPlayer::Environment env;
         env.device = device;
         env.scheduler = scheduler;
@@ -130,7 +135,7 @@ private:
 
 /// The whole mix with all eight sources, decoding included, on one thread.
 void BM_FullMix(benchmark::State& state) {
-    OfflineMix mix;
+    OfflineMix mix(double(state.range(1)));
     if (!mix.start(allEight())) {
         state.SkipWithError("player did not start");
         return;
@@ -148,10 +153,30 @@ void BM_FullMix(benchmark::State& state) {
         benchmark::DoNotOptimize(device->render(frames).data());
         scheduler->tick(1); // serviceAudio queues the next passes
     }
-    state.counters["x_realtime"] = benchmark::Counter(double(state.iterations()) * frames / 48000.0,
+    state.counters["x_realtime"] = benchmark::Counter(
+        double(state.iterations()) * frames / double(state.range(1)), benchmark::Counter::kIsRate);
+}
+BENCHMARK(BM_FullMix)->Args({1024, 48000})->Args({1024, 44100});
+
+/// The resampler alone, 48 kHz loops to a 44.1 kHz output, one stereo stream.
+void BM_Resample48To44(benchmark::State& state) {
+    Resampler r;
+    r.setStep(48000.0 / 44100.0);
+    float phase = 0, l = 0, rr = 0;
+    for (auto _ : state) {
+        for (int k = 0; k < 1024; ++k) {
+            while (r.needsInput()) {
+                phase += 0.1f;
+                r.push(phase, -phase);
+            }
+            r.next(l, rr);
+        }
+        benchmark::DoNotOptimize(l);
+    }
+    state.counters["x_realtime"] = benchmark::Counter(double(state.iterations()) * 1024 / 44100.0,
                                                       benchmark::Counter::kIsRate);
 }
-BENCHMARK(BM_FullMix)->Arg(1024);
+BENCHMARK(BM_Resample48To44);
 
 /// Only the audio thread's share of the full mix: the render callback over eight sources,
 /// with the decoder's work kept out of the timing.

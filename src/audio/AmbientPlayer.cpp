@@ -135,7 +135,17 @@ void AmbientPlayer::startSelectedSources() {
 void AmbientPlayer::startRamp() {
     if (m_rampTimer || !m_env.scheduler)
         return;
-    m_rampTimer = m_env.scheduler->every(kRampPeriod, [this] { stepVolumes(); });
+    scheduleRampStep();
+}
+
+void AmbientPlayer::scheduleRampStep() {
+    const auto delay = kRampPeriods[m_rampPhase];
+    m_rampPhase = (m_rampPhase + 1) % 3;
+    m_rampTimer = m_env.scheduler->after(delay, [this] {
+        stepVolumes();
+        if (m_rampTimer) // still moving
+            scheduleRampStep();
+    });
 }
 
 void AmbientPlayer::stepVolumes() {

@@ -38,7 +38,11 @@ public:
         std::function<std::uint32_t()> noiseSeed;
     };
 
-    static constexpr std::chrono::milliseconds kRampPeriod{16};
+    /// The ramp's steps come 17, 17 and 16 ms apart: exactly 60 a second on average, which the
+    /// fade coefficients are made for.
+    static constexpr std::chrono::milliseconds kRampPeriods[3] = {std::chrono::milliseconds(17),
+                                                                  std::chrono::milliseconds(17),
+                                                                  std::chrono::milliseconds(16)};
     static constexpr std::chrono::milliseconds kServicePeriod{50};
     static constexpr float kMasterRising = 0.020617843f;     // tau 0.8 s at 60 steps/s
     static constexpr float kMasterFalling = 0.036359549f;    // tau 0.45 s
@@ -80,6 +84,7 @@ private:
     LoopingTrack* makeTrack(AmbientSound sound);
     void startSelectedSources();
     void startRamp();
+    void scheduleRampStep();
     void stepVolumes();
     void stopEngine();
     void recoverFromConfigurationChange();
@@ -99,6 +104,7 @@ private:
     bool m_isPlaying = false;
     int m_staleCompletions = 0;
     std::unique_ptr<Scheduler::Handle> m_rampTimer;
+    int m_rampPhase = 0;
     std::unique_ptr<Scheduler::Handle> m_serviceTimer;
 };
 

@@ -13,15 +13,18 @@ std::vector<float> silence(double seconds) {
     return std::vector<float>(std::size_t(seconds * kRate));
 }
 
-/// Adds a decaying partial starting at offset seconds.
+/// Adds a decaying partial starting at offset seconds, lengthening the sound until the
+/// partial has died away (-60 dB): a cue rings out instead of being cut while it still rings.
 void addPartial(std::vector<float>& out, double offset, double frequency, double amplitude,
                 double decay, double attack = 0.004) {
     const std::size_t begin = std::size_t(offset * kRate);
-    for (std::size_t i = begin; i < out.size(); ++i) {
+    for (std::size_t i = begin;; ++i) {
         const double t = double(i - begin) / kRate;
         const double env = std::min(1.0, t / attack) * std::exp(-t / decay);
-        if (env < 1e-5 && t > attack)
+        if (env < 1e-3 && t > attack)
             break;
+        if (i >= out.size())
+            out.resize(i + 1, 0.0f);
         out[i] += float(amplitude * env * std::sin(2 * kPi * frequency * t));
     }
 }
@@ -72,7 +75,7 @@ std::vector<float> ping() {
 }
 
 std::vector<float> pop() {
-    auto v = silence(0.18);
+    auto v = silence(0.3);
     // A falling blip, like a cork leaving a bottle.
     double phase = 0;
     for (std::size_t i = 0; i < v.size(); ++i) {
@@ -94,7 +97,7 @@ std::vector<float> tink() {
 }
 
 std::vector<float> submarine() {
-    auto v = silence(1.6);
+    auto v = silence(3.4); // the swell's 0.45 s decay well under -60 dB
     // A sonar ping: a low tone with a slow swell and a long, slightly wavering tail.
     double phase = 0;
     for (std::size_t i = 0; i < v.size(); ++i) {
@@ -109,15 +112,15 @@ std::vector<float> submarine() {
 }
 
 std::vector<float> purr() {
-    auto v = silence(0.7);
+    auto v = silence(1.0);
     // A soft low rumble, pulsing like a purr.
     for (std::size_t i = 0; i < v.size(); ++i) {
         const double t = double(i) / kRate;
-        const double env = std::min({1.0, t / 0.06, (0.7 - t) / 0.2});
+        const double env = std::min(1.0, t / 0.06) * std::exp(-std::max(0.0, t - 0.45) / 0.07);
         const double pulse = 0.55 + 0.45 * std::sin(2 * kPi * 26 * t);
         const double s = std::sin(2 * kPi * 150 * t) + 0.5 * std::sin(2 * kPi * 300 * t) +
                          0.2 * std::sin(2 * kPi * 450 * t);
-        v[i] = float(std::max(0.0, env) * pulse * s);
+        v[i] = float(env * pulse * s);
     }
     return v;
 }

@@ -1,5 +1,7 @@
 #include "audio/SegmentStreamer.h"
 
+#include "audio/Resampler.h"
+
 #include <sndfile.h>
 
 #include <algorithm>
@@ -26,10 +28,7 @@ struct SegmentStreamer::Stream {
     std::vector<float> block; // decoded source frames, file's channel layout
     sf_count_t blockFrames = 0, blockPos = 0;
 
-    // Linear interpolation between source frames a and b, continued across segments.
-    float aL = 0, aR = 0, bL = 0, bR = 0;
-    double frac = 2.0; // 2 primes a and b from the first two source frames
-    double step = 1.0;
+    Resampler resampler; // continued across segments
 
     ~Stream() { closeFile(); }
     void closeFile() {
@@ -44,8 +43,7 @@ struct SegmentStreamer::Stream {
     }
     void resetStream() {
         endSegment();
-        frac = 2.0;
-        aL = aR = bL = bR = 0.0f;
+        resampler.reset();
     }
     bool openSegment() {
         SF_INFO info{};
@@ -184,59 +182,43 @@ bool SegmentStreamer::fill(Stream& s) {
     }
 
     const double outputRate = m_outputRate.load(std::memory_order_relaxed);
-    s.step = outputRate > 0 ? s.fileRate / outputRate : 1.0;
+    s.resampler.setStep(outputRate > 0 ? s.fileRate / outputRate : 1.0);
 
     chunk->generation = generation;
     chunk->endsSegment = false;
     int frames = 0;
     while (frames < LoopVoice::kChunkFrames) {
-        // Same rate, steady state: the output is the source one frame late, so whole runs
-        // of the decoded block are copied instead of interpolated one by one.
-        if (s.step == 1.0 && s.frac == 1.0 && s.blockPos < s.blockFrames) {
+        // Same rate: whole runs of the decoded block are copied.
+        if (s.resampler.passesThrough() && s.resampler.needsInput() && s.blockPos < s.blockFrames) {
             const int m = int(
                 std::min<sf_count_t>(s.blockFrames - s.blockPos, LoopVoice::kChunkFrames - frames));
             float* out = chunk->samples + 2 * frames;
-            out[0] = s.bL;
-            out[1] = s.bR;
             const float* src = s.block.data() + s.blockPos * s.channels;
             const int right = s.channels > 1 ? 1 : 0;
-            for (int k = 1; k < m; ++k) {
-                const float* f = src + (k - 1) * s.channels;
-                out[2 * k] = f[0];
-                out[2 * k + 1] = f[right];
+            for (int k = 0; k < m; ++k) {
+                out[2 * k] = src[k * s.channels];
+                out[2 * k + 1] = src[k * s.channels + right];
             }
-            const float* last = src + (m - 1) * s.channels;
-            s.aL = out[2 * (m - 1)];
-            s.aR = out[2 * (m - 1) + 1];
-            s.bL = last[0];
-            s.bR = last[right];
             s.blockPos += m;
             frames += m;
             continue;
         }
         bool exhausted = false;
-        while (s.frac >= 1.0) {
+        while (s.resampler.needsInput()) {
             float l, r;
             if (!s.pull(l, r)) {
                 exhausted = true;
                 break;
             }
-            s.aL = s.bL;
-            s.aR = s.bR;
-            s.bL = l;
-            s.bR = r;
-            s.frac -= 1.0;
+            s.resampler.push(l, r);
         }
         if (exhausted) {
             chunk->endsSegment = true;
             s.endSegment();
             break;
         }
-        const float t = float(s.frac);
-        chunk->samples[2 * frames] = s.aL + (s.bL - s.aL) * t;
-        chunk->samples[2 * frames + 1] = s.aR + (s.bR - s.aR) * t;
+        s.resampler.next(chunk->samples[2 * frames], chunk->samples[2 * frames + 1]);
         ++frames;
-        s.frac += s.step;
     }
     chunk->frames = frames;
     s.voice->commitChunk();

@@ -105,6 +105,38 @@ TEST_F(DesktopEntryLaunch, ProgramThatCannotStart) {
     EXPECT_EQ(launcher.launchInBackground(), NetEaseLauncher::Result::failed);
 }
 
+TEST_F(DesktopEntryLaunch, TheDesktopsDefaultMusicPlayerComesFirstButNeverABrowserOrVideoPlayer) {
+    QTemporaryDir config;
+    ASSERT_TRUE(config.isValid());
+    const QByteArray oldConfig = qgetenv("XDG_CONFIG_HOME"),
+                     oldConfigDirs = qgetenv("XDG_CONFIG_DIRS");
+    qputenv("XDG_CONFIG_HOME", config.path().toUtf8());
+    qputenv("XDG_CONFIG_DIRS", config.filePath(u"none"_qs).toUtf8());
+    QFile list(config.filePath(u"mimeapps.list"_qs));
+    ASSERT_TRUE(list.open(QIODevice::WriteOnly));
+    list.write("[Added Associations]\naudio/mpeg=elsewhere.desktop;\n"
+               "[Default Applications]\naudio/mpeg=vlc.desktop;quill-test-player.desktop;\n"
+               "audio/flac=firefox.desktop\n");
+    list.close();
+    const QStringList names = DesktopEntryLauncher::musicPlayerEntryNames();
+    qputenv("XDG_CONFIG_HOME", oldConfig);
+    qputenv("XDG_CONFIG_DIRS", oldConfigDirs);
+
+    ASSERT_FALSE(names.isEmpty());
+    EXPECT_EQ(names.first(), u"quill-test-player.desktop"_qs);
+    EXPECT_FALSE(names.contains(u"vlc.desktop"_qs));
+    EXPECT_FALSE(names.contains(u"firefox.desktop"_qs));
+    EXPECT_FALSE(names.contains(u"elsewhere.desktop"_qs)) << "only the defaults count";
+    EXPECT_TRUE(names.contains(u"org.gnome.Rhythmbox3.desktop"_qs));
+
+    // And it is started from its entry like the NetEase client.
+    const QString marker = m_home.filePath(u"player-started"_qs);
+    writeEntry(u"quill-test-player.desktop"_qs,
+               u"Exec=/bin/sh -c \"echo started > '%1'\" %U"_qs.arg(marker));
+    EXPECT_EQ(DesktopEntryLauncher(names).launchInBackground(), NetEaseLauncher::Result::launched);
+    EXPECT_TRUE(waitUntil([&] { return QFile::exists(marker); }));
+}
+
 TEST(DesktopEntryNames, KnownClientsAreListed) {
     EXPECT_TRUE(
         DesktopEntryLauncher::knownEntryNames().contains(u"netease-cloud-music.desktop"_qs));

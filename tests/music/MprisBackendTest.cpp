@@ -52,8 +52,8 @@ protected:
     }
 
     void useConnector(MprisMusicBackend::BusConnector connector) {
-        m_backend = std::make_unique<MusicController>(
-            std::make_unique<MprisMusicBackend>(std::move(connector), m_scheduler, m_launcher));
+        m_backend = std::make_unique<MusicController>(std::make_unique<MprisMusicBackend>(
+            std::move(connector), m_scheduler, m_launcher, m_musicLauncher));
     }
 
     FakeMprisPlayer& addPlayer(const QString& suffix, bool playlists = false,
@@ -119,6 +119,11 @@ protected:
         std::make_shared<SteppingScheduler>(m_virtual, MprisRequest::pollInterval);
     std::shared_ptr<Scheduler> m_scheduler = m_steps;
     std::shared_ptr<FakeLauncher> m_launcher = std::make_shared<FakeLauncher>();
+    std::shared_ptr<FakeLauncher> m_musicLauncher = [] {
+        auto l = std::make_shared<FakeLauncher>();
+        l->result = NetEaseLauncher::Result::notInstalled; // no music player unless a test adds one
+        return l;
+    }();
     std::unique_ptr<MusicPlayer> m_backend;
     std::vector<std::unique_ptr<FakeMprisPlayer>> m_players;
     std::vector<MusicOutcome> m_outcomes;
@@ -198,11 +203,48 @@ TEST_F(MprisBackendTest, NoPlayerOnTheBus) {
     EXPECT_EQ(outcome.text, u"没有找到正在运行的音乐播放器"_qs);
 }
 
-TEST_F(MprisBackendTest, OnlyANetEaseClientIsNoDesktopPlayer) {
+TEST_F(MprisBackendTest, NeitherNetEaseNorBrowsersNorVideoPlayersAreTheDesktopsMusicPlayer) {
     auto& netEase = addPlayer(u"netease-cloud-music"_qs);
+    auto& browser = addPlayer(u"chromium.instance4242"_qs);
+    auto& video = addPlayer(u"vlc"_qs);
     const MusicOutcome outcome = answer(MusicService::appleMusic);
     EXPECT_EQ(outcome.text, u"没有找到正在运行的音乐播放器"_qs);
-    EXPECT_TRUE(commandsOf(netEase).isEmpty());
+    EXPECT_EQ(m_musicLauncher->launches, 1) << "it looked for one to start";
+    for (const auto* p : {&netEase, &browser, &video})
+        EXPECT_TRUE(commandsOf(*p).isEmpty());
+}
+
+TEST_F(MprisBackendTest, NoMusicPlayerRunningStartsTheDesktopsOneAndPlaysOnItOnceItIsOnTheBus) {
+    m_musicLauncher->result = NetEaseLauncher::Result::launched;
+    auto& browser = addPlayer(u"firefox.instance_1_9"_qs);
+    request(MusicService::appleMusic);
+    ASSERT_TRUE(waitUntil([&] { return m_musicLauncher->launches == 1; }));
+    // It turns up a while after the launch, later than a running player's deadline.
+    for (int i = 0; i < 60; ++i) {
+        ASSERT_TRUE(waitUntil([&] { return m_steps->pendingPolls() > 0; }));
+        m_steps->advance(m_steps->pollDelayMs());
+    }
+    auto& music = addPlayer(u"rhythmbox"_qs);
+    music.metadata = {{u"xesam:title"_qs, u"晴天"_qs},
+                      {u"xesam:artist"_qs, QStringList{u"周杰伦"_qs}}};
+    ASSERT_TRUE(runUntilAnswered());
+    EXPECT_EQ(m_outcomes[0].text, u"晴天 — 周杰伦"_qs);
+    EXPECT_EQ(commandsOf(music), (QStringList{u"Set Shuffle true"_qs, u"Play"_qs}));
+    EXPECT_TRUE(commandsOf(browser).isEmpty());
+    EXPECT_EQ(m_musicLauncher->launches, 1);
+    expectNoSecondAnswer();
+}
+
+TEST_F(MprisBackendTest, AStartedMusicPlayerThatNeverAppearsOrCannotStart) {
+    m_musicLauncher->result = NetEaseLauncher::Result::launched;
+    MusicOutcome outcome = answer(MusicService::appleMusic);
+    EXPECT_EQ(outcome.text, u"音乐播放器还没有准备好"_qs);
+    EXPECT_EQ(elapsedMs(), MprisPlayerRequest::launchedDeadline.count());
+
+    m_outcomes.clear();
+    m_musicLauncher->result = NetEaseLauncher::Result::failed;
+    outcome = answer(MusicService::appleMusic);
+    EXPECT_EQ(outcome.text, u"无法启动音乐播放器"_qs);
 }
 
 // ---- playlists ----

@@ -15,9 +15,10 @@ constexpr double kPi = 3.14159265358979323846;
 /// That is what makes every recording loop without a seam.
 class LoopCanvas {
 public:
-    LoopCanvas(int sampleRate, double seconds)
-        : rate(sampleRate), frames(std::size_t(seconds * sampleRate)), left(frames), right(frames) {
-    }
+    LoopCanvas(int sampleRate, std::size_t frameCount)
+        : rate(sampleRate), frames(frameCount), left(frames), right(frames) {}
+    /// An empty canvas of the same length, for a layer that is filtered on its own.
+    LoopCanvas blank() const { return LoopCanvas(rate, frames); }
 
     int rate;
     std::size_t frames;
@@ -115,48 +116,46 @@ inline std::vector<float> whiteNoise(Rng& rng, std::size_t n) {
     return v;
 }
 
-/// A smooth random curve around 0 that repeats exactly every loop: a sum of sinusoids with a
-/// whole number of cycles per loop (between minCycles and maxCycles), normalised to [-1, 1].
-inline std::vector<float> loopLfo(Rng& rng, std::size_t n, int minCycles, int maxCycles,
-                                  int partials) {
-    std::vector<double> acc(n, 0.0);
-    for (int k = 0; k < partials; ++k) {
-        const int cycles = std::uniform_int_distribution<int>(minCycles, maxCycles)(rng);
-        const double phase = uniform(rng, 0, 2 * kPi);
-        const double amp = uniform(rng, 0.4, 1.0) / std::sqrt(double(cycles));
-        const double w = 2 * kPi * cycles / double(n);
-        // Rotate a phasor instead of calling sin per sample.
-        double c = std::cos(phase), s = std::sin(phase);
-        const double cw = std::cos(w), sw = std::sin(w);
-        for (std::size_t i = 0; i < n; ++i) {
-            acc[i] += amp * s;
-            const double nc = c * cw - s * sw;
-            s = s * cw + c * sw;
-            c = nc;
+/// Slow fractal control around 0, in [-1, 1]: octaves of random knots joined by smooth
+/// (Catmull-Rom) curves, each octave twice as fast and `persistence` times as strong as the
+/// one before. The knots wrap around, so the curve joins itself at the loop's end, but it
+/// never repeats within the loop the way a sum of whole-cycle sinusoids can.
+inline std::vector<float> fractalControl(Rng& rng, std::size_t n, int rate, double slowestSeconds,
+                                         int octaves, double persistence) {
+    // Worked out at a millisecond's resolution and joined by straight lines: it is slow.
+    const std::size_t stride = std::max(1, rate / 1000);
+    const std::size_t m = (n + stride - 1) / stride;
+    std::vector<double> acc(m, 0.0);
+    double amp = 1.0;
+    double spacing = slowestSeconds * rate / double(stride);
+    for (int o = 0; o < octaves; ++o, amp *= persistence, spacing /= 2) {
+        const std::size_t knots =
+            std::max<std::size_t>(3, std::size_t(std::llround(double(m) / spacing)));
+        std::vector<double> k(knots);
+        for (double& v : k)
+            v = uniform(rng, -1, 1);
+        const double perKnot = double(knots) / double(m);
+        for (std::size_t i = 0; i < m; ++i) {
+            const double x = double(i) * perKnot;
+            const auto j = std::size_t(x);
+            const double t = x - double(j);
+            const double p0 = k[(j + knots - 1) % knots], p1 = k[j % knots],
+                         p2 = k[(j + 1) % knots], p3 = k[(j + 2) % knots];
+            acc[i] += amp * 0.5 *
+                      (2 * p1 + (-p0 + p2) * t + (2 * p0 - 5 * p1 + 4 * p2 - p3) * t * t +
+                       (-p0 + 3 * p1 - 3 * p2 + p3) * t * t * t);
         }
     }
     double peak = 1e-12;
     for (double x : acc)
         peak = std::max(peak, std::fabs(x));
     std::vector<float> out(n);
-    for (std::size_t i = 0; i < n; ++i)
-        out[i] = float(acc[i] / peak);
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::size_t a = i / stride;
+        const double t = double(i % stride) / double(stride);
+        out[i] = float((acc[a] + (acc[(a + 1) % m] - acc[a]) * t) / peak);
+    }
     return out;
-}
-
-/// Scales the canvas to an RMS level, keeping peaks below a ceiling.
-inline void normalise(LoopCanvas& c, double rms, double ceiling) {
-    double sum = 0, peak = 1e-12;
-    for (std::size_t i = 0; i < c.frames; ++i) {
-        sum += double(c.left[i]) * c.left[i] + double(c.right[i]) * c.right[i];
-        peak = std::max({peak, std::fabs(double(c.left[i])), std::fabs(double(c.right[i]))});
-    }
-    const double current = std::sqrt(sum / double(2 * c.frames)) + 1e-12;
-    const double g = std::min(rms / current, ceiling / peak);
-    for (std::size_t i = 0; i < c.frames; ++i) {
-        c.left[i] = float(c.left[i] * g);
-        c.right[i] = float(c.right[i] * g);
-    }
 }
 
 } // namespace ambientgen

@@ -1,12 +1,19 @@
-// Renders Quillmere's ambient recordings: seamless stereo loops, 60 s at 48 kHz, as
-// 16-bit WAV: seven of them are read continuously while they play, and PCM costs almost
-// nothing to read, where FLAC decoding was most of the mixer's work.
+// Renders Quillmere's ambient recordings: seamless stereo loops, three minutes at 48 kHz,
+// as Ogg Vorbis. Each loop is shaped by a look-ahead limiter and then set to the loudness
+// the brown noise has at the same level, so every sound in the mix is equally loud.
 // Usage: quillmere-ambient-gen <output folder> [raw value ...]   (all seven when none given)
 
+#include "Limiter.h"
+#include "Loudness.h"
 #include "Recipes.h"
 
+#include "audio/BrownNoiseGenerator.h"
+
+#include <malloc.h>
 #include <sndfile.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -14,13 +21,61 @@
 
 namespace {
 constexpr int kRate = 48000;
-constexpr double kSeconds = 60.0;
+constexpr std::size_t kFrames = std::size_t(180) * kRate;
+constexpr double kCeiling = 0.84; // -1.5 dBFS, leaving room for the codec's overshoot
+constexpr double kQuality = 0.35; // Vorbis, about 110 kbit/s on these sounds
 
-bool writeWav(const std::filesystem::path& path, const ambientgen::LoopCanvas& c) {
+/// The brown noise's integrated loudness at a level of 1, which every loop is matched to:
+/// the player applies the same linear level to both.
+double brownNoiseLoudness() {
+    const std::atomic<float> level{1.0f};
+    quill::BrownNoiseGenerator noise(float(kRate), &level, 0x0b0a0b0au);
+    constexpr int kBlock = 4800;
+    std::vector<float> l(kBlock), r(kBlock);
+    ambientgen::LoudnessMeter meter;
+    for (int block = 0; block < 65 * kRate / kBlock; ++block) {
+        noise.render(l.data(), r.data(), kBlock);
+        if (block < 5 * kRate / kBlock)
+            continue; // past the fade-in
+        for (int i = 0; i < kBlock; ++i)
+            meter.add(l[std::size_t(i)], r[std::size_t(i)]);
+    }
+    return meter.integrated();
+}
+
+double peakOf(const ambientgen::LoopCanvas& c) {
+    double peak = 0;
+    for (std::size_t i = 0; i < c.frames; ++i)
+        peak = std::max({peak, std::fabs(double(c.left[i])), std::fabs(double(c.right[i]))});
+    return peak;
+}
+
+/// Limits the loop's transients so that, once brought to the target loudness, its peaks stay
+/// under the ceiling; then applies that gain. Limiting lowers the loudness a little, so the
+/// two are settled together in a few rounds.
+void master(ambientgen::LoopCanvas& c, double target) {
+    const ambientgen::LoopCanvas raw = c;
+    double gain = std::pow(10.0, (target - ambientgen::integratedLoudness(c.left, c.right)) / 20);
+    for (int round = 0; round < 4; ++round) {
+        c = raw;
+        ambientgen::limitLoop(c, kCeiling / gain);
+        gain = std::pow(10.0, (target - ambientgen::integratedLoudness(c.left, c.right)) / 20);
+        if (peakOf(c) * gain <= kCeiling * 1.01)
+            break;
+    }
+    // The last round's gain is a hair above the one it limited for; never let that clip.
+    gain = std::min(gain, kCeiling * 1.01 / peakOf(c));
+    for (std::size_t i = 0; i < c.frames; ++i) {
+        c.left[i] = float(c.left[i] * gain);
+        c.right[i] = float(c.right[i] * gain);
+    }
+}
+
+bool writeOgg(const std::filesystem::path& path, const ambientgen::LoopCanvas& c) {
     SF_INFO info{};
     info.samplerate = c.rate;
     info.channels = 2;
-    info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+    info.format = SF_FORMAT_OGG | SF_FORMAT_VORBIS;
     // Written beside the target and renamed, so an interrupted build leaves no half file.
     const auto temporary = std::filesystem::path(path.string() + ".part");
     SNDFILE* file = sf_open(temporary.c_str(), SFM_WRITE, &info);
@@ -28,14 +83,19 @@ bool writeWav(const std::filesystem::path& path, const ambientgen::LoopCanvas& c
         std::fprintf(stderr, "cannot write %s: %s\n", temporary.c_str(), sf_strerror(nullptr));
         return false;
     }
-    // A stray peak above full scale must clip, not wrap around to the opposite sign.
-    sf_command(file, SFC_SET_CLIPPING, nullptr, SF_TRUE);
+    double quality = kQuality;
+    sf_command(file, SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
     std::vector<float> interleaved(c.frames * 2);
     for (std::size_t i = 0; i < c.frames; ++i) {
         interleaved[2 * i] = c.left[i];
         interleaved[2 * i + 1] = c.right[i];
     }
-    const sf_count_t written = sf_writef_float(file, interleaved.data(), sf_count_t(c.frames));
+    // In modest blocks: the Vorbis encoder takes each write as one analysis buffer.
+    sf_count_t written = 0;
+    for (std::size_t at = 0; at < c.frames; at += 4096) {
+        const auto count = sf_count_t(std::min<std::size_t>(4096, c.frames - at));
+        written += sf_writef_float(file, interleaved.data() + 2 * at, count);
+    }
     sf_close(file);
     if (written != sf_count_t(c.frames)) {
         std::fprintf(stderr, "short write to %s\n", temporary.c_str());
@@ -52,20 +112,30 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: %s <output folder> [raw value ...]\n", argv[0]);
         return 2;
     }
+    const auto began = std::chrono::steady_clock::now();
+    // The recipes make and drop many buffers of a whole loop each; keeping freed memory in
+    // the heap instead of handing it back to the system saves most of the page faults.
+    mallopt(M_MMAP_THRESHOLD, 1 << 30);
+    mallopt(M_TRIM_THRESHOLD, 1 << 30);
     const std::filesystem::path out = argv[1];
     std::error_code ec;
     std::filesystem::create_directories(out, ec);
     std::vector<std::string> names(argv + 2, argv + argc);
     if (names.empty())
         names.assign(std::begin(ambientgen::kRecordings), std::end(ambientgen::kRecordings));
+    const double target = brownNoiseLoudness();
     for (const auto& name : names) {
-        ambientgen::LoopCanvas canvas(kRate, kSeconds);
+        ambientgen::LoopCanvas canvas(kRate, kFrames);
         if (!ambientgen::render(name, canvas)) {
             std::fprintf(stderr, "unknown recording: %s\n", name.c_str());
             return 2;
         }
-        if (!writeWav(out / (name + ".wav"), canvas))
+        master(canvas, target);
+        if (!writeOgg(out / (name + ".ogg"), canvas))
             return 1;
     }
+    const double seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
+    std::printf("rendered %zu at %.1f LUFS in %.1f s\n", names.size(), target, seconds);
     return 0;
 }

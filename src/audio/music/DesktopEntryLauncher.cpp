@@ -1,5 +1,6 @@
 #include "audio/music/DesktopEntryLauncher.h"
 
+#include "audio/music/MprisProtocol.h"
 #include "audio/music/MusicLog.h"
 
 #include <QFile>
@@ -101,6 +102,53 @@ QStringList DesktopEntryLauncher::knownEntryNames() {
     };
 }
 
+QStringList DesktopEntryLauncher::musicPlayerEntryNames() {
+    static const QStringList musicTypes{QStringLiteral("audio/mpeg"), QStringLiteral("audio/flac"),
+                                        QStringLiteral("audio/x-vorbis+ogg"),
+                                        QStringLiteral("audio/ogg")};
+    QStringList lists;
+    for (const QString& dir :
+         QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation))
+        lists << dir + QStringLiteral("/mimeapps.list");
+    for (const QString& dir :
+         QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation))
+        lists << dir + QStringLiteral("/mimeapps.list");
+    QStringList names;
+    for (const QString& path : std::as_const(lists)) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly))
+            continue;
+        bool inDefaults = false;
+        const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+        for (QString line : lines) {
+            line = line.trimmed();
+            if (line.startsWith(u'[')) {
+                inDefaults = line == QLatin1String("[Default Applications]");
+                continue;
+            }
+            const qsizetype eq = line.indexOf(u'=');
+            if (!inDefaults || eq < 0 || !musicTypes.contains(line.left(eq).trimmed()))
+                continue;
+            for (const QString& entry : line.mid(eq + 1).split(u';', Qt::SkipEmptyParts)) {
+                const mpris::PlayerInfo asPlayer{QString(), QString(), entry.trimmed()};
+                if (!mpris::isBrowserOrVideoPlayer(asPlayer) && !names.contains(entry.trimmed()))
+                    names << entry.trimmed();
+            }
+        }
+    }
+    for (const char* known :
+         {"org.gnome.Rhythmbox3.desktop", "rhythmbox.desktop", "org.gnome.Music.desktop",
+          "org.kde.elisa.desktop", "io.bassi.Amberol.desktop", "org.gnome.Lollypop.desktop",
+          "org.strawberrymusicplayer.strawberry.desktop",
+          "org.clementine_player.Clementine.desktop", "io.github.quodlibet.QuodLibet.desktop",
+          "audacious.desktop", "org.kde.amarok.desktop", "deadbeef.desktop"}) {
+        const QString name = QString::fromLatin1(known);
+        if (!names.contains(name))
+            names << name;
+    }
+    return names;
+}
+
 DesktopEntryLauncher::DesktopEntryLauncher(QStringList entryNames)
     : m_entryNames(std::move(entryNames)) {}
 
@@ -143,7 +191,7 @@ NetEaseLauncher::Result DesktopEntryLauncher::launchInBackground() {
         const QStringList command = commandFromDesktopEntry(QString::fromUtf8(file.readAll()));
         if (command.isEmpty())
             continue;
-        qCInfo(lcMusic) << "launching the NetEase client from" << path;
+        qCInfo(lcMusic) << "launching" << path;
         if (QProcess::startDetached(command.first(), command.mid(1)))
             return Result::launched;
         qCWarning(lcMusic) << "could not launch" << command.first();

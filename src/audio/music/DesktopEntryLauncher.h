@@ -7,11 +7,16 @@
 
 namespace quill {
 
-/// Launches the NetEase client through its XDG desktop entry, detached from the app.
+/// Launches a program through its XDG desktop entry, detached from the app: the NetEase client,
+/// or the desktop's music player.
 class DesktopEntryLauncher final : public NetEaseLauncher {
 public:
     /// The desktop entry file names of the known NetEase clients, most common first.
     static QStringList knownEntryNames();
+    /// The desktop's music players: the default application for music files in the user's
+    /// and the system's mimeapps.list (unless it is a browser or a video player), then the
+    /// well-known music players.
+    static QStringList musicPlayerEntryNames();
 
     /// Looks for `entryNames` in the XDG applications folders.
     explicit DesktopEntryLauncher(QStringList entryNames = knownEntryNames());

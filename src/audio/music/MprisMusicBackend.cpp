@@ -10,9 +10,11 @@
 namespace quill {
 
 MprisMusicBackend::MprisMusicBackend(BusConnector connectBus, std::shared_ptr<Scheduler> scheduler,
-                                     std::shared_ptr<NetEaseLauncher> launcher)
+                                     std::shared_ptr<NetEaseLauncher> launcher,
+                                     std::shared_ptr<NetEaseLauncher> musicLauncher)
     : m_connectBus(std::move(connectBus)), m_scheduler(std::move(scheduler)),
-      m_launcher(std::move(launcher)), m_requests(std::make_unique<QObject>()) {}
+      m_launcher(std::move(launcher)), m_musicLauncher(std::move(musicLauncher)),
+      m_requests(std::make_unique<QObject>()) {}
 
 MprisMusicBackend::~MprisMusicBackend() = default;
 
@@ -29,7 +31,7 @@ void MprisMusicBackend::playRandom(MusicService service, MusicSource source,
         request->start(MprisNetEaseRequest::runningDeadline);
     } else {
         request = new MprisPlayerRequest(source, playlistName, m_scheduler, std::move(completion),
-                                         m_requests.get());
+                                         m_requests.get(), m_musicLauncher);
         request->start(MprisPlayerRequest::deadline);
     }
 

@@ -18,8 +18,10 @@ public:
     /// a bus daemon), and the UI thread must not wait for it.
     using BusConnector = std::function<QDBusConnection()>;
 
+    /// `launcher` starts the NetEase client, `musicLauncher` the desktop's music player.
     MprisMusicBackend(BusConnector connectBus, std::shared_ptr<Scheduler> scheduler,
-                      std::shared_ptr<NetEaseLauncher> launcher);
+                      std::shared_ptr<NetEaseLauncher> launcher,
+                      std::shared_ptr<NetEaseLauncher> musicLauncher = nullptr);
     ~MprisMusicBackend() override;
 
     /// The user's session bus.
@@ -32,6 +34,7 @@ private:
     BusConnector m_connectBus;
     std::shared_ptr<Scheduler> m_scheduler;
     std::shared_ptr<NetEaseLauncher> m_launcher;
+    std::shared_ptr<NetEaseLauncher> m_musicLauncher;
     std::unique_ptr<QObject> m_requests; ///< parent of the requests under way
 };
 

@@ -2,6 +2,9 @@
 
 #include "audio/music/MusicLog.h"
 
+#include <QPointer>
+#include <QThreadPool>
+
 namespace quill {
 
 namespace {
@@ -17,10 +20,11 @@ constexpr quint32 kMaxPlaylists = 100000;
 
 MprisPlayerRequest::MprisPlayerRequest(MusicSource source, QString playlistName,
                                        std::shared_ptr<Scheduler> scheduler,
-                                       MusicPlayer::Completion completion, QObject* parent)
-    : MprisRequest(std::move(scheduler), std::move(completion), parent), m_source(source),
-      m_playlistName(std::move(playlistName)), m_lastProblem(QStringLiteral("音乐播放器没有响应")) {
-}
+                                       MusicPlayer::Completion completion, QObject* parent,
+                                       std::shared_ptr<NetEaseLauncher> launcher)
+    : MprisRequest(std::move(scheduler), std::move(completion), parent),
+      m_launcher(std::move(launcher)), m_source(source), m_playlistName(std::move(playlistName)),
+      m_lastProblem(QStringLiteral("音乐播放器没有响应")) {}
 
 QString MprisPlayerRequest::problemAtDeadline() const {
     if (!isConnected())
@@ -36,21 +40,76 @@ void MprisPlayerRequest::run() {
             fail(QStringLiteral("无法连接到 D-Bus 会话总线"));
             return;
         }
-        for (const mpris::PlayerInfo& p : std::as_const(*players))
-            if (!mpris::isNetEaseClient(p))
-                m_candidates.append(p);
-        if (m_candidates.isEmpty()) {
+        if (chooseFrom(*players))
+            proceed();
+        else if (m_launcher)
+            launch();
+        else
             fail(QStringLiteral("没有找到正在运行的音乐播放器"));
+    });
+}
+
+bool MprisPlayerRequest::chooseFrom(const QList<mpris::PlayerInfo>& players) {
+    m_candidates.clear();
+    for (const mpris::PlayerInfo& p : players)
+        if (!mpris::isNetEaseClient(p) && !mpris::isBrowserOrVideoPlayer(p))
+            m_candidates.append(p);
+    mpris::sortByMusicPreference(m_candidates);
+    return !m_candidates.isEmpty();
+}
+
+void MprisPlayerRequest::proceed() {
+    if (m_source == MusicSource::library) {
+        m_player = m_candidates.first().busName;
+        qCDebug(lcMusic) << "shuffling the library of" << m_player;
+        shuffleThen([this] { play(); });
+    } else {
+        findPlaylist(0, false);
+    }
+}
+
+void MprisPlayerRequest::launch() {
+    // Reading desktop entries and forking the player happen on a pool thread; the answer is
+    // queued back to this thread and dropped if the request is gone by then.
+    std::shared_ptr<QObject> relay(new QObject, [](QObject* o) { o->deleteLater(); });
+    QThreadPool::globalInstance()->start(
+        [relay, launcher = m_launcher, self = QPointer<MprisPlayerRequest>(this)]() mutable {
+            const NetEaseLauncher::Result result = launcher->launchInBackground();
+            QMetaObject::invokeMethod(
+                relay.get(),
+                [self, result] {
+                    if (self)
+                        self->launched(result);
+                },
+                Qt::QueuedConnection);
+            relay.reset();
+        });
+}
+
+void MprisPlayerRequest::launched(NetEaseLauncher::Result result) {
+    switch (result) {
+    case NetEaseLauncher::Result::notInstalled:
+        fail(QStringLiteral("没有找到正在运行的音乐播放器"));
+        return;
+    case NetEaseLauncher::Result::failed:
+        fail(QStringLiteral("无法启动音乐播放器"));
+        return;
+    case NetEaseLauncher::Result::launched:
+        break;
+    }
+    m_lastProblem = QStringLiteral("音乐播放器还没有准备好");
+    rearmDeadline(launchedDeadline);
+    waitForPlayer();
+}
+
+// A player that was just started needs a moment before it answers on the bus.
+void MprisPlayerRequest::waitForPlayer() {
+    listPlayers([this](std::optional<QList<mpris::PlayerInfo>> players) {
+        if (players && chooseFrom(*players)) {
+            proceed();
             return;
         }
-        mpris::sortByMusicPreference(m_candidates);
-        if (m_source == MusicSource::library) {
-            m_player = m_candidates.first().busName;
-            qCDebug(lcMusic) << "shuffling the library of" << m_player;
-            shuffleThen([this] { play(); });
-        } else {
-            findPlaylist(0, false);
-        }
+        later(pollInterval, [this] { waitForPlayer(); });
     });
 }
 

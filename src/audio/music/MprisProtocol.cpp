@@ -13,6 +13,13 @@ QString busSuffix(const QString& busName) {
     return busName.startsWith(prefix) ? busName.mid(prefix.size()) : busName;
 }
 
+bool mentionsAny(const PlayerInfo& player, const QStringList& words) {
+    const QString suffix = busSuffix(player.busName).toLower();
+    const QString entry = player.desktopEntry.toLower();
+    return std::any_of(words.begin(), words.end(),
+                       [&](const QString& w) { return suffix.contains(w) || entry.contains(w); });
+}
+
 int preferenceRank(const PlayerInfo& player) {
     static const QStringList musicPlayers{
         QStringLiteral("rhythmbox"),  QStringLiteral("elisa"),     QStringLiteral("lollypop"),
@@ -22,29 +29,33 @@ int preferenceRank(const PlayerInfo& player) {
         QStringLiteral("exaile"),     QStringLiteral("tauon"),     QStringLiteral("juk"),
         QStringLiteral("guayadeque"), QStringLiteral("musique"),   QStringLiteral("gmusicbrowser"),
     };
-    static const QStringList notMusicFirst{
-        QStringLiteral("firefox"), QStringLiteral("chromium"),
-        QStringLiteral("chrome"),  QStringLiteral("brave"),
-        QStringLiteral("vivaldi"), QStringLiteral("opera"),
-        QStringLiteral("edge"),    QStringLiteral("plasma-browser-integration"),
-        QStringLiteral("vlc"),     QStringLiteral("mpv"),
-        QStringLiteral("totem"),   QStringLiteral("kdeconnect"),
-    };
-    const QString suffix = busSuffix(player.busName).toLower();
-    const QString entry = player.desktopEntry.toLower();
-    auto mentions = [&](const QStringList& words) {
-        return std::any_of(words.begin(), words.end(), [&](const QString& w) {
-            return suffix.contains(w) || entry.contains(w);
-        });
-    };
-    if (mentions(musicPlayers))
+    static const QStringList notMusicFirst{QStringLiteral("kdeconnect")};
+    if (mentionsAny(player, musicPlayers))
         return 0;
-    if (mentions(notMusicFirst))
+    if (mentionsAny(player, notMusicFirst) || isBrowserOrVideoPlayer(player))
         return 2;
     return 1;
 }
 
 } // namespace
+
+bool isBrowserOrVideoPlayer(const PlayerInfo& player) {
+    static const QStringList words{
+        QStringLiteral("firefox"),      QStringLiteral("chromium"),
+        QStringLiteral("chrome"),       QStringLiteral("brave"),
+        QStringLiteral("vivaldi"),      QStringLiteral("opera"),
+        QStringLiteral("edge"),         QStringLiteral("epiphany"),
+        QStringLiteral("falkon"),       QStringLiteral("qutebrowser"),
+        QStringLiteral("librewolf"),    QStringLiteral("plasma-browser-integration"),
+        QStringLiteral("vlc"),          QStringLiteral("mpv"),
+        QStringLiteral("totem"),        QStringLiteral("celluloid"),
+        QStringLiteral("smplayer"),     QStringLiteral("haruna"),
+        QStringLiteral("dragonplayer"), QStringLiteral("parole"),
+        QStringLiteral("mplayer"),      QStringLiteral("kodi"),
+        QStringLiteral("showtime"),     QStringLiteral("videos"),
+    };
+    return mentionsAny(player, words);
+}
 
 bool isNetEaseClient(const PlayerInfo& player) {
     static const QStringList markers{

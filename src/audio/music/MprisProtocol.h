@@ -38,6 +38,9 @@ struct Playlist {
 /// A NetEase Cloud Music client, recognised by its bus name, desktop entry or identity.
 bool isNetEaseClient(const PlayerInfo& player);
 
+/// A web browser or a video player: never asked to play music, whatever else is running.
+bool isBrowserOrVideoPlayer(const PlayerInfo& player);
+
 /// Orders the desktop players: dedicated music players first, browsers and video players
 /// last, the bus name breaking ties so the choice is stable.
 void sortByMusicPreference(QList<PlayerInfo>& players);

@@ -52,9 +52,10 @@ std::unique_ptr<MusicPlayer> createPlatformBackend() {
                                                      std::make_shared<MacNetEaseEnvironment>(),
                                                      applescript::defaultInterpreter());
 #else
-    return std::make_unique<MprisMusicBackend>(MprisMusicBackend::sessionBus(),
-                                               std::make_shared<TimerScheduler>(),
-                                               std::make_shared<DesktopEntryLauncher>());
+    return std::make_unique<MprisMusicBackend>(
+        MprisMusicBackend::sessionBus(), std::make_shared<TimerScheduler>(),
+        std::make_shared<DesktopEntryLauncher>(),
+        std::make_shared<DesktopEntryLauncher>(DesktopEntryLauncher::musicPlayerEntryNames()));
 #endif
 }
 
