@@ -22,6 +22,8 @@ class SegmentStreamer;
 /// Plays the ambient mix: up to seven looping recordings and the brown noise, each at its own
 /// level under one master level. Every change of level fades at 60 steps a second; the output
 /// is stopped only after the master level has faded out; a lost or changed output is rebuilt.
+/// The output is asked about only on the first play, and a while after it stopped the audio
+/// system and the decoder thread are let go, so an app that is not playing costs nothing.
 /// Everything here runs on the main thread; the audio thread only renders the mixer.
 class AmbientPlayer final : public AmbientOutput {
 public:
@@ -40,6 +42,9 @@ public:
 
     static constexpr std::chrono::milliseconds kRampPeriod{16};
     static constexpr std::chrono::milliseconds kServicePeriod{50};
+    /// How long the audio system and the decoder thread stay after the output stopped, so
+    /// a quick pause and resume does not pay for bringing them back.
+    static constexpr std::chrono::milliseconds kReleaseDelay{10000};
     static constexpr float kMasterRising = 0.020617843f;     // tau 0.8 s at 60 steps/s
     static constexpr float kMasterFalling = 0.036359549f;    // tau 0.45 s
     static constexpr float kTrackCoefficient = 0.054040551f; // tau 0.3 s
@@ -82,6 +87,8 @@ private:
     void startRamp();
     void stepVolumes();
     void stopEngine();
+    void outputStopped();
+    void release();
     void recoverFromConfigurationChange();
     void onSegmentConsumed(AmbientSound sound, std::int64_t generation);
     float target(AmbientSound sound) const { return m_targets[indexOf(sound)]; }
@@ -100,6 +107,7 @@ private:
     int m_staleCompletions = 0;
     std::unique_ptr<Scheduler::Handle> m_rampTimer;
     std::unique_ptr<Scheduler::Handle> m_serviceTimer;
+    std::unique_ptr<Scheduler::Handle> m_releaseTimer;
 };
 
 } // namespace quill
