@@ -135,16 +135,21 @@ Window {
         shown: shell.reviewVisible
     }
 
-    TrayPanel {
-        id: trayPanel
-        objectName: "trayPanel"
-        store: root.store
+    // The tray panel is built the first time the icon is clicked.
+    Loader {
+        id: trayPanelLoader
+        active: false
+        sourceComponent: TrayPanel {
+            objectName: "trayPanel"
+            store: root.store
+        }
     }
 
     TrayIcon {
         objectName: "trayIcon"
         symbol: shell.traySymbol
-        panel: trayPanel
+        panel: trayPanelLoader.item
         mainWindow: root
+        onPanelWanted: trayPanelLoader.active = true
     }
 }
