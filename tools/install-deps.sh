@@ -14,6 +14,7 @@ packages=(
   libsdl2-dev libsndfile1-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   pulseaudio pulseaudio-utils dbus dbus-x11 xvfb xauth
+  xdotool # bench/ui/measure.sh clicks and unmaps the real window
   dbus-daemon # the music tests start a private session bus of their own
   fonts-noto-cjk fonts-material-design-icons-iconfont
   desktop-file-utils appstream # the packaging tests validate the desktop entry and metainfo

@@ -3,8 +3,10 @@
 //   rss_mb          resident memory with the main window open, after the measuring window
 //   cpu_percent     CPU time of the whole process over the measuring window, in % of one core
 // Options: --round starts a round through the store before measuring, --ambient starts the
-// ambient sound (rain); --seconds N sets the
-// measuring window (default 20), which begins after a 3-second settling period.
+// ambient sound, --hidden hides the main window while measuring; --seconds N sets the
+// measuring window (default 30), which begins after --settle N seconds (default 5).
+// --locate NAME only prints the window coordinates of the item's centre (x y) and quits, so
+// measure.sh can click it in the real binary.
 #include "store/AppStore.h"
 #include "ui/UiModule.h"
 #include "ui/shell/DesktopServices.h"
@@ -13,6 +15,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QTimer>
 #include <atomic>
@@ -62,14 +65,33 @@ int main(int argc, char** argv) {
     const QStringList args = QCoreApplication::arguments();
     const bool round = args.contains(QStringLiteral("--round"));
     const bool ambient = args.contains(QStringLiteral("--ambient"));
-    const int secondsAt = int(args.indexOf(QStringLiteral("--seconds")));
-    const int seconds = secondsAt > 0 ? args.value(secondsAt + 1).toInt() : 20;
+    const bool hidden = args.contains(QStringLiteral("--hidden"));
+    const auto number = [&args](const char* name, int fallback) {
+        const int at = int(args.indexOf(QLatin1String(name)));
+        return at > 0 ? args.value(at + 1).toInt() : fallback;
+    };
+    const int seconds = number("--seconds", 30);
+    const int settleMs = number("--settle", 5) * 1000;
 
     quill::linkUiModule();
     quill::UiRuntime::prepareApplication();
     quill::UiRuntime runtime(quill::makeDesktopServices());
     if (!runtime.load())
         return 1;
+
+    const int locateAt = int(args.indexOf(QStringLiteral("--locate")));
+    if (locateAt > 0) {
+        QTimer::singleShot(500, &app, [&] {
+            auto* item = runtime.mainWindow()->findChild<QQuickItem*>(args.value(locateAt + 1));
+            if (item) {
+                const QPointF c = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+                std::printf("%d %d\n", int(c.x()), int(c.y()));
+            }
+            std::fflush(stdout);
+            QCoreApplication::exit(item ? 0 : 1);
+        });
+        return QApplication::exec();
+    }
 
     std::atomic<bool> firstFrame{false};
     QObject::connect(
@@ -82,15 +104,17 @@ int main(int argc, char** argv) {
 
     double cpuAtStart = 0;
     QElapsedTimer wall;
-    QTimer::singleShot(3000, &app, [&] {
+    QTimer::singleShot(settleMs, &app, [&] {
         if (round)
             runtime.store()->startSession();
         if (ambient)
             runtime.store()->toggleAmbientPlayback();
+        if (hidden)
+            runtime.mainWindow()->hide();
         cpuAtStart = cpuSeconds();
         wall.start();
     });
-    QTimer::singleShot(3000 + seconds * 1000, &app, [&] {
+    QTimer::singleShot(settleMs + seconds * 1000, &app, [&] {
         const double cpu = cpuSeconds() - cpuAtStart;
         std::printf("cpu_percent=%.2f\n", 100.0 * cpu / (wall.elapsed() / 1000.0));
         std::printf("rss_mb=%.1f\n", residentMb());

@@ -1,53 +1,196 @@
 #!/usr/bin/env bash
-# Measures the app's start-up, memory and CPU under Xvfb with both scene-graph backends.
-#   bench/ui/measure.sh <build dir> [seconds]
-# Runs bench_ui_app (the app's own start-up path with measuring hooks) idle and with a
-# round running, and the real quillmere binary idle, on a private data folder.
+# Start-up time, memory and CPU of Quillmere at rest and in a round, under Xvfb.
+#   bench/ui/measure.sh <build dir> [seconds] [settle seconds]
+# For the real quillmere binary, once with no sound server and once with a private PulseAudio
+# daemon (one null sink, as the audio tests use), in one process each:
+#   - window_ms: launch until its window is mapped
+#   - then for each state (at rest; a round with the window shown; the same round with the
+#     window unmapped, as a window manager does when it minimises), after a settling period:
+#     cpu_percent of the whole process tree over the window (process CPU time, in % of one
+#     core), rss_mb of the tree at its end, the number of threads, and wakeups_per_s (context
+#     switches of all threads); with PulseAudio also the daemon's own cpu_percent.
+# Then the harness bench_ui_app (the app's own start-up path with measuring hooks) for the
+# first painted frame and the same figures at rest, on the default (software) scene graph;
+# BACKENDS="software opengl" adds the GL one. Defaults: 30 s windows after 5 s of settling.
 set -euo pipefail
-build=${1:?usage: measure.sh <build dir> [seconds]}
-seconds=${2:-20}
+build=$(realpath "${1:?usage: measure.sh <build dir> [seconds] [settle seconds]}")
+seconds=${2:-30}
+settle=${3:-5}
+backends=${BACKENDS:-software}
 harness="$build/bench/ui/bench_ui_app"
 app="$build/src/quillmere"
+for tool in Xvfb xdotool; do
+    command -v "$tool" >/dev/null || { echo "measure.sh needs $tool" >&2; exit 1; }
+done
 
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-export XDG_DATA_HOME="$work/data" XDG_RUNTIME_DIR="$work/run" HOME="$work/home"
-mkdir -p "$XDG_DATA_HOME" "$XDG_RUNTIME_DIR" "$HOME"
-chmod 700 "$XDG_RUNTIME_DIR"
-export SDL_AUDIODRIVER=${SDL_AUDIODRIVER:-dummy}
+pids=()
+cleanup() {
+    for p in "${pids[@]}"; do kill "$p" 2>/dev/null || true; done
+    wait 2>/dev/null || true
+    rm -rf "$work"
+}
+trap cleanup EXIT
+trap 'exit 1' INT TERM
+hz=$(getconf CLK_TCK)
 
-run_under_x() {
-    timeout $((seconds + 90)) xvfb-run -a -s "-screen 0 1920x1080x24" "$@"
+# A private X server on the first free display from :90.
+display=90
+while [ -e /tmp/.X11-unix/X$display ] || [ -e /tmp/.X$display-lock ]; do display=$((display + 1)); done
+Xvfb ":$display" -screen 0 1600x1000x24 -nolisten tcp >/dev/null 2>&1 &
+pids+=($!)
+export DISPLAY=":$display"
+for _ in $(seq 50); do xdotool getmouselocation >/dev/null 2>&1 && break; sleep 0.1; done
+
+# Fresh, private homes for every run, so nothing of a real user's data is touched.
+fresh_home() {
+    local h="$work/home.$1"
+    rm -rf "$h"
+    mkdir -p "$h/data" "$h/run" "$h/home"
+    chmod 700 "$h/run"
+    export XDG_DATA_HOME="$h/data" XDG_RUNTIME_DIR="$h/run" HOME="$h/home"
 }
 
-# The real binary: resident memory and CPU of the process from outside, after it settled.
+# The process and all its descendants.
+tree_of() {
+    ps -e -o pid=,ppid= | awk -v root="$1" '
+        { parent[$1] = $2 }
+        END { want[root] = 1; changed = 1
+              while (changed) { changed = 0
+                  for (p in parent) if (!(p in want) && (parent[p] in want)) { want[p] = 1; changed = 1 } }
+              for (p in want) print p }'
+}
+
+# Clock ticks of user and system time of the tree, its children that ended included.
+tree_ticks() {
+    local total=0 p f
+    for p in $(tree_of "$1"); do
+        f=$(cut -d')' -f2- "/proc/$p/stat" 2>/dev/null) || continue
+        set -- $f
+        total=$((total + ${12} + ${13} + ${14} + ${15}))
+    done
+    echo "$total"
+}
+
+tree_rss_kb() {
+    local total=0 p
+    for p in $(tree_of "$1"); do
+        total=$((total + $(awk '/^VmRSS/ {print $2}' "/proc/$p/status" 2>/dev/null || echo 0)))
+    done
+    echo "$total"
+}
+
+tree_threads() {
+    local total=0 p
+    for p in $(tree_of "$1"); do
+        total=$((total + $(ls "/proc/$p/task" 2>/dev/null | wc -l)))
+    done
+    echo "$total"
+}
+
+# "tid switches" for every thread of the tree: voluntary and forced context switches.
+thread_switches() {
+    local p t
+    for p in $(tree_of "$1"); do
+        for t in /proc/"$p"/task/*; do
+            awk -v t="${t##*/}" '/ctxt_switches/ {s += $2} END {if (NR) print t, s}' \
+                "$t/status" 2>/dev/null
+        done
+    done | sort
+}
+
+# Switches between two snapshots, over the threads alive in both (pooled threads come and go).
+switches_between() {
+    join "$1" "$2" | awk '{d += $3 - $2} END {print d + 0}'
+}
+
+# Prints the figures of one state: settles, then measures for $seconds.
+measure_state() {
+    local name=$1 pid=$2 server=${3:-}
+    sleep "$settle"
+    local t0 s0=0 t1 s1=0
+    t0=$(tree_ticks "$pid"); thread_switches "$pid" >"$work/switches.0"
+    [ -n "$server" ] && s0=$(tree_ticks "$server")
+    sleep "$seconds"
+    t1=$(tree_ticks "$pid"); thread_switches "$pid" >"$work/switches.1"
+    [ -n "$server" ] && s1=$(tree_ticks "$server")
+    local w
+    w=$(switches_between "$work/switches.0" "$work/switches.1")
+    awk -v n="$name" -v d=$((t1 - t0)) -v w="$w" -v sd=$((s1 - s0)) -v hz="$hz" \
+        -v s="$seconds" -v r="$(tree_rss_kb "$pid")" -v th="$(tree_threads "$pid")" \
+        -v srv="$server" 'BEGIN {
+            printf "%-14s cpu_percent=%.3f rss_mb=%.1f threads=%d wakeups_per_s=%.1f",
+                   n, 100 * d / hz / s, r / 1024, th, w / s
+            if (srv != "") printf " pulse_cpu_percent=%.3f", 100 * sd / hz / s
+            printf "\n" }'
+}
+
+# A private PulseAudio daemon with one null sink; prints its pid.
+start_pulse() {
+    local dir="$work/pulse"
+    mkdir -p "$dir/runtime"
+    chmod 700 "$dir/runtime"
+    echo "autospawn = no" >"$dir/client.conf"
+    export PULSE_SERVER="unix:$dir/native" PULSE_CLIENTCONFIG="$dir/client.conf" \
+        PULSE_RUNTIME_PATH="$dir/runtime"
+    HOME="$dir" XDG_RUNTIME_DIR="$dir/runtime" pulseaudio -n --daemonize=no --system=false \
+        --exit-idle-time=-1 --use-pid-file=no --disallow-exit=yes --log-target=stderr \
+        -L "module-native-protocol-unix socket=$dir/native auth-anonymous=1" \
+        -L "module-null-sink sink_name=quill_null" >"$dir/log" 2>&1 &
+    local p=$!
+    for _ in $(seq 100); do pactl info >/dev/null 2>&1 && break; sleep 0.1; done
+    pactl set-default-sink quill_null >/dev/null
+    echo "$p"
+}
+
+# Where the focus screen's start button is, asked of the harness (same window, same layout).
+fresh_home locate
+read -r start_x start_y < <(SDL_AUDIODRIVER=dummy "${LOCATOR:-$harness}" --locate focus.primary)
+
 measure_real_app() {
-    run_under_x bash -c '
-        "$1" & pid=$!
-        sleep 3
-        read -r _ _ _ _ _ _ _ _ _ _ _ _ _ u0 s0 _ < <(cut -d")" -f2- /proc/$pid/stat)
-        sleep "$2"
-        read -r _ _ _ _ _ _ _ _ _ _ _ _ _ u1 s1 _ < <(cut -d")" -f2- /proc/$pid/stat)
-        rss=$(awk "/VmRSS/ {print \$2}" /proc/$pid/status)
-        kill $pid; wait $pid 2>/dev/null || true
-        hz=$(getconf CLK_TCK)
-        awk -v d=$(( (u1 + s1) - (u0 + s0) )) -v hz=$hz -v s="$2" -v r="$rss" \
-            "BEGIN { printf \"cpu_percent=%.2f\nrss_mb=%.1f\n\", 100*d/hz/s, r/1024 }"
-    ' _ "$app" "$seconds"
+    local audio=$1 server=""
+    fresh_home "$audio"
+    if [ "$audio" = pulse ]; then
+        command -v pulseaudio >/dev/null || { echo "   (no pulseaudio installed)"; return; }
+        server=$(start_pulse)
+        pids+=("$server")
+    else
+        # No server to find and none to spawn: SDL falls back to ALSA, as on a bare system.
+        export PULSE_SERVER="unix:$work/no-such-server" PULSE_CLIENTCONFIG="$work/none.conf"
+        echo "autospawn = no" >"$work/none.conf"
+    fi
+    local t0 pid wid t1
+    t0=$(date +%s%N)
+    "$app" >"$work/app.$audio.log" 2>&1 &
+    pid=$!
+    pids+=("$pid")
+    wid=$(xdotool search --sync --onlyvisible --pid "$pid" --name '^Quillmere$' | head -1)
+    t1=$(date +%s%N)
+    echo "window_ms=$(((t1 - t0) / 1000000))"
+    measure_state rest "$pid" "$server"
+    xdotool mousemove --window "$wid" "$start_x" "$start_y" click 1
+    measure_state round_shown "$pid" "$server"
+    xdotool windowunmap "$wid"
+    measure_state round_hidden "$pid" "$server"
+    kill "$pid"; wait "$pid" 2>/dev/null || true
+    if [ -n "$server" ]; then kill "$server"; wait "$server" 2>/dev/null || true; fi
+    unset PULSE_SERVER PULSE_CLIENTCONFIG PULSE_RUNTIME_PATH
 }
 
-# The app draws with the software scene graph unless QT_QUICK_BACKEND names another.
-for backend in opengl software; do
+for audio in none pulse; do
+    echo "== quillmere, sound server: $audio"
+    measure_real_app "$audio" | sed 's/^/   /'
+done
+
+for backend in $backends; do
     if [ "$backend" = opengl ]; then
         export QT_QUICK_BACKEND=rhi QSG_RHI_BACKEND=opengl
     else
         export QT_QUICK_BACKEND=software
         unset QSG_RHI_BACKEND
     fi
-    echo "== backend: $backend"
-    echo "-- harness, idle";  run_under_x "$harness" --seconds "$seconds" | sed 's/^/   /'
-    echo "-- harness, round"; run_under_x "$harness" --round --seconds "$seconds" | sed 's/^/   /'
-    echo "-- harness, ambient sound playing"
-    run_under_x "$harness" --ambient --seconds "$seconds" | sed 's/^/   /'
-    echo "-- quillmere, idle"; measure_real_app | sed 's/^/   /'
+    fresh_home "harness"
+    echo "== harness (bench_ui_app), backend: $backend, no sound server"
+    SDL_AUDIODRIVER=dummy timeout $((seconds + settle + 30)) \
+        "$harness" --settle "$settle" --seconds "$seconds" | sed 's/^/   /'
 done

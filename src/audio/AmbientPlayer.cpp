@@ -28,15 +28,19 @@ AmbientPlayer::AmbientPlayer(Environment environment) : m_env(std::move(environm
     if (!m_env.noiseSeed)
         m_env.noiseSeed = [] { return BrownNoiseGenerator::systemSeed(); };
     m_noiseLevel.store(0.0f, std::memory_order_relaxed);
-    connectOutput();
+    // The output's rate is read when it is started: asking now would bring up the audio
+    // system (and its device polling) in an app that may never play.
+    m_mixer.setSampleRate(m_sampleRate);
+    m_env.streamer->setOutputRate(m_sampleRate);
     m_mixer.setMasterVolume(0.0f);
 }
 
 AmbientPlayer::~AmbientPlayer() {
     m_rampTimer.reset();
     m_serviceTimer.reset();
+    m_releaseTimer.reset();
     if (m_env.device)
-        m_env.device->stop();
+        m_env.device->release();
     // The decoder must let go of the voices before the tracks are freed.
     m_env.streamer->shutdown();
 }
@@ -75,8 +79,14 @@ std::int64_t AmbientPlayer::trackLength(AmbientSound sound) const {
 }
 
 void AmbientPlayer::connectOutput() {
-    const double rate = m_env.device ? m_env.device->preferredSampleRate() : 0.0;
-    m_sampleRate = rate > 0 ? rate : 48000.0;
+    const double preferred = m_env.device ? m_env.device->preferredSampleRate() : 0.0;
+    const double rate = preferred > 0 ? preferred : 48000.0;
+    if (m_noise && rate != m_sampleRate) {
+        // The generator's filters are tuned to the old rate; the next start makes a new one.
+        m_mixer.detachNoise();
+        m_noise.reset();
+    }
+    m_sampleRate = rate;
     m_mixer.setSampleRate(m_sampleRate);
     m_env.streamer->setOutputRate(m_sampleRate);
 }
@@ -184,9 +194,25 @@ void AmbientPlayer::stepVolumes() {
 }
 
 void AmbientPlayer::stopEngine() {
-    m_serviceTimer.reset();
     if (m_env.device)
         m_env.device->stop();
+    outputStopped();
+}
+
+void AmbientPlayer::outputStopped() {
+    m_serviceTimer.reset();
+    m_env.streamer->setStreaming(false);
+    if (!m_env.scheduler) {
+        release();
+        return;
+    }
+    m_releaseTimer = m_env.scheduler->after(kReleaseDelay, [this] { release(); });
+}
+
+void AmbientPlayer::release() {
+    if (m_env.device)
+        m_env.device->release();
+    m_env.streamer->park();
 }
 
 namespace {
@@ -212,15 +238,19 @@ void AmbientPlayer::setLevels(const AmbientLevels& raw) {
 
 bool AmbientPlayer::play() {
     m_isPlaying = true;
+    m_releaseTimer.reset();
     if (!isEngineRunning()) {
+        connectOutput();
         QString error;
         if (!m_env.device || !m_env.device->start(m_sampleRate, &m_mixer, &error)) {
             if (!m_env.device)
                 error = QStringLiteral("no audio output");
             qCWarning(lcAudio).noquote() << "Quillmere ambient engine failed: " + error;
             m_isPlaying = false;
+            outputStopped();
             return false;
         }
+        m_env.streamer->setStreaming(true);
     }
     if (!m_serviceTimer && m_env.scheduler)
         m_serviceTimer = m_env.scheduler->every(kServicePeriod, [this] { serviceAudio(); });
@@ -272,13 +302,13 @@ void AmbientPlayer::recoverFromConfigurationChange() {
     }
     connectOutput();
     if (!m_isPlaying) {
-        m_serviceTimer.reset();
+        outputStopped();
         return;
     }
     QString error;
     if (!m_env.device->start(m_sampleRate, &m_mixer, &error)) {
         qCWarning(lcAudio).noquote() << "Quillmere ambient engine restart failed: " + error;
-        m_serviceTimer.reset();
+        outputStopped();
         return;
     }
     startSelectedSources();

@@ -22,6 +22,8 @@ class SegmentStreamer;
 /// Plays the ambient mix: up to seven looping recordings and the brown noise, each at its own
 /// level under one master level. Every change of level fades at 60 steps a second; the output
 /// is stopped only after the master level has faded out; a lost or changed output is rebuilt.
+/// The output is asked about only on the first play, and a while after it stopped the audio
+/// system and the decoder thread are let go, so an app that is not playing costs nothing.
 /// Everything here runs on the main thread; the audio thread only renders the mixer.
 class AmbientPlayer final : public AmbientOutput {
 public:
@@ -44,6 +46,9 @@ public:
                                                                   std::chrono::milliseconds(17),
                                                                   std::chrono::milliseconds(16)};
     static constexpr std::chrono::milliseconds kServicePeriod{50};
+    /// How long the audio system and the decoder thread stay after the output stopped, so
+    /// a quick pause and resume does not pay for bringing them back.
+    static constexpr std::chrono::milliseconds kReleaseDelay{10000};
     static constexpr float kMasterRising = 0.020617843f;     // tau 0.8 s at 60 steps/s
     static constexpr float kMasterFalling = 0.036359549f;    // tau 0.45 s
     static constexpr float kTrackCoefficient = 0.054040551f; // tau 0.3 s
@@ -87,6 +92,8 @@ private:
     void scheduleRampStep();
     void stepVolumes();
     void stopEngine();
+    void outputStopped();
+    void release();
     void recoverFromConfigurationChange();
     void onSegmentConsumed(AmbientSound sound, std::int64_t generation);
     float target(AmbientSound sound) const { return m_targets[indexOf(sound)]; }
@@ -106,6 +113,7 @@ private:
     std::unique_ptr<Scheduler::Handle> m_rampTimer;
     int m_rampPhase = 0;
     std::unique_ptr<Scheduler::Handle> m_serviceTimer;
+    std::unique_ptr<Scheduler::Handle> m_releaseTimer;
 };
 
 } // namespace quill

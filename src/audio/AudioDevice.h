@@ -20,6 +20,9 @@ public:
     virtual bool start(double sampleRate, AudioRenderer* renderer, QString* error) = 0;
     /// Stops the device; after it returns the renderer is never called again.
     virtual void stop() = 0;
+    /// Stops the device and lets go of the audio system behind it, so nothing of it runs
+    /// while no sound is wanted; the next start() brings it back.
+    virtual void release() { stop(); }
     virtual bool isRunning() const = 0;
     /// Reports (once) that the running output went away or changed its format.
     virtual Event takeEvent() = 0;

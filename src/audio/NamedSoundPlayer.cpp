@@ -34,7 +34,7 @@ NamedSoundPlayer::~NamedSoundPlayer() {
     auto device = m_env.device;
     m_env.runInBackground([device] {
         if (device)
-            device->stop();
+            device->release();
     });
     m_worker.reset(); // joins after the stop, before the mixer goes away
 }
@@ -49,12 +49,13 @@ void NamedSoundPlayer::play(const QString& name) {
     openIfNeeded();
     if (m_env.scheduler) {
         // Keep the output open a while: cues often come in runs, and reopening costs time.
+        // After that the audio system goes too, so nothing of it runs between rounds.
         auto device = m_env.device;
         auto run = m_env.runInBackground;
         m_idleTimer = m_env.scheduler->after(kIdleClose, [device, run] {
             run([device] {
                 if (device)
-                    device->stop();
+                    device->release();
             });
         });
     }

@@ -14,6 +14,10 @@ public:
     double preferredSampleRate() override { return m_preferredRate; }
     bool start(double sampleRate, AudioRenderer* renderer, QString* error) override;
     void stop() override;
+    void release() override {
+        stop();
+        ++m_releases;
+    }
     bool isRunning() const override { return m_renderer != nullptr; }
     Event takeEvent() override;
 
@@ -33,6 +37,7 @@ public:
     double runningSampleRate() const { return m_runningRate; }
     int startCount() const { return m_starts; }
     int stopCount() const { return m_stops; }
+    int releaseCount() const { return m_releases; }
 
 private:
     double m_preferredRate = 48000.0;
@@ -42,7 +47,7 @@ private:
     QString m_failure;
     Event m_pending = Event::none;
     std::vector<float> m_buffer;
-    int m_starts = 0, m_stops = 0;
+    int m_starts = 0, m_stops = 0, m_releases = 0;
 };
 
 } // namespace quill

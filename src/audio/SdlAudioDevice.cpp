@@ -25,10 +25,15 @@ QString sdlError() {
 SdlAudioDevice::SdlAudioDevice() = default;
 
 SdlAudioDevice::~SdlAudioDevice() {
+    release();
+}
+
+void SdlAudioDevice::release() {
     stop();
     std::lock_guard lock(sdlMutex());
     if (m_initialised)
         SDL_QuitSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS);
+    m_initialised = false;
 }
 
 bool SdlAudioDevice::ensureInitialised(QString* error) {

@@ -8,7 +8,8 @@ namespace quill {
 
 /// The default output through SDL2's audio subsystem (only that subsystem). Opened as the
 /// default device, so the sound server moves the stream between outputs by itself; a removed
-/// device or a changed preferred rate is reported through takeEvent().
+/// device or a changed preferred rate is reported through takeEvent(). The subsystem is
+/// started on first use and quit again by release(): while it runs, SDL watches for devices.
 class SdlAudioDevice final : public AudioDevice {
 public:
     SdlAudioDevice();
@@ -19,6 +20,7 @@ public:
     double preferredSampleRate() override;
     bool start(double sampleRate, AudioRenderer* renderer, QString* error) override;
     void stop() override;
+    void release() override;
     bool isRunning() const override { return m_device != 0; }
     Event takeEvent() override;
 

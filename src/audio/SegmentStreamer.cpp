@@ -5,7 +5,6 @@
 #include <sndfile.h>
 
 #include <algorithm>
-#include <chrono>
 
 namespace quill {
 
@@ -84,10 +83,7 @@ struct SegmentStreamer::Stream {
     }
 };
 
-SegmentStreamer::SegmentStreamer(Mode mode) : m_mode(mode) {
-    if (m_mode == Mode::threaded)
-        m_thread = std::thread([this] { run(); });
-}
+SegmentStreamer::SegmentStreamer(Mode mode) : m_mode(mode) {}
 
 SegmentStreamer::~SegmentStreamer() {
     shutdown();
@@ -96,11 +92,26 @@ SegmentStreamer::~SegmentStreamer() {
 void SegmentStreamer::shutdown() {
     {
         std::lock_guard lock(m_mutex);
+        m_closed = true;
+    }
+    stopThread();
+}
+
+void SegmentStreamer::park() {
+    stopThread();
+}
+
+void SegmentStreamer::stopThread() {
+    if (!m_thread.joinable())
+        return;
+    {
+        std::lock_guard lock(m_mutex);
         m_quit = true;
     }
     m_wakeup.notify_all();
-    if (m_thread.joinable())
-        m_thread.join();
+    m_thread.join();
+    std::lock_guard lock(m_mutex);
+    m_quit = false;
 }
 
 void SegmentStreamer::addVoice(LoopVoice* voice, const QString& path) {
@@ -115,20 +126,34 @@ void SegmentStreamer::wake() {
     {
         std::lock_guard lock(m_mutex);
         m_woken = true;
+        if (m_mode == Mode::manual || m_closed || m_thread.joinable()) {
+            m_wakeup.notify_all();
+            return;
+        }
     }
-    m_wakeup.notify_all();
+    m_thread = std::thread([this] { run(); });
+}
+
+void SegmentStreamer::setStreaming(bool streaming) {
+    {
+        std::lock_guard lock(m_mutex);
+        m_streaming = streaming;
+    }
+    if (streaming)
+        wake();
 }
 
 void SegmentStreamer::run() {
     std::unique_lock lock(m_mutex);
     while (!m_quit) {
+        m_woken = false;
         lock.unlock();
         service();
         lock.lock();
-        // The rings hold over a second of sound, so a short nap never lets them run dry.
-        m_wakeup.wait_for(lock, std::chrono::milliseconds(20),
-                          [this] { return m_woken || m_quit; });
-        m_woken = false;
+        if (m_streaming)
+            m_wakeup.wait_for(lock, kRefillPeriod, [this] { return m_woken || m_quit; });
+        else
+            m_wakeup.wait(lock, [this] { return m_woken || m_quit || m_streaming; });
     }
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <condition_variable>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -9,6 +8,7 @@
 namespace quill {
 
 /// Runs jobs one after another on its own thread, so slow device calls never hold up the UI.
+/// The thread exists only while there are jobs.
 class SerialWorker {
 public:
     SerialWorker();
@@ -22,9 +22,8 @@ public:
 private:
     void run();
     std::mutex m_mutex;
-    std::condition_variable m_wakeup;
     std::deque<std::function<void()>> m_jobs;
-    bool m_quit = false;
+    bool m_running = false;
     std::thread m_thread;
 };
 

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
+#include <algorithm>
 #include <cmath>
 #include <deque>
 
@@ -311,6 +312,46 @@ TEST_F(AmbientPlayerTest, PlayAfterFullStopRestartsRecordingsAtNewRandomFrames) 
     ASSERT_LT(k, captured.size() / 2);
     EXPECT_NEAR(positionOf(left(k), right(k), kLength),
                 std::fmod(std::floor(0.8 * 0.95 * kLength) + double(k), kLength), 0.05);
+}
+
+TEST_F(AmbientPlayerTest, OutputIsAskedOnPlayAndLetGoWithItsDecoderAfterAQuietSpell) {
+    streamer = std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::threaded);
+    makePlayer(48000.0);
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}, {S::brownNoise, 0.3f}}));
+    EXPECT_FALSE(streamer->hasThread()) << "nothing decodes before the first play";
+    // The output moved to 44.1 kHz between launch and the first play.
+    device->setPreferredSampleRate(44100.0);
+    ASSERT_TRUE(player->play());
+    EXPECT_EQ(device->runningSampleRate(), 44100.0);
+    EXPECT_TRUE(streamer->hasThread());
+    const float coefficient44 = player->noiseGenerator()->gainCoefficient();
+    const auto fullStop = [this] {
+        player->stop();
+        stepsUntil([this] { return !player->isEngineRunning(); });
+    };
+
+    // A resume within the quiet spell finds the audio system and the decoder in place.
+    fullStop();
+    scheduler->advance(AmbientPlayer::kReleaseDelay.count() - 1);
+    EXPECT_EQ(device->releaseCount(), 0);
+    ASSERT_TRUE(player->play());
+    scheduler->advance(AmbientPlayer::kReleaseDelay.count());
+    EXPECT_EQ(device->releaseCount(), 0) << "never while playing";
+
+    fullStop();
+    scheduler->advance(AmbientPlayer::kReleaseDelay.count());
+    EXPECT_EQ(device->releaseCount(), 1);
+    EXPECT_FALSE(streamer->hasThread());
+
+    // The next play asks the output again and rebuilds the noise for its rate.
+    device->setPreferredSampleRate(48000.0);
+    ASSERT_TRUE(player->play());
+    EXPECT_EQ(device->runningSampleRate(), 48000.0);
+    EXPECT_NE(player->noiseGenerator()->gainCoefficient(), coefficient44);
+    EXPECT_TRUE(streamer->hasThread());
+    captured.clear();
+    step(30);
+    EXPECT_NE(*std::max_element(captured.begin(), captured.end()), 0.0f);
 }
 
 TEST_F(AmbientPlayerTest, StaleSegmentCompletionsScheduleNothing) {

@@ -153,6 +153,7 @@ TEST_F(NamedSoundPlayerTest, PlaysByNameOffTheUiThreadAndClosesWhenQuiet) {
     EXPECT_TRUE(device->isRunning());
     scheduler->advance(1);
     EXPECT_FALSE(device->isRunning());
+    EXPECT_EQ(device->releaseCount(), 1) << "the audio system goes with the output";
 }
 
 TEST_F(NamedSoundPlayerTest, AVanishedOutputIsReopenedByTheNextCue) {

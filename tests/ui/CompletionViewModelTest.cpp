@@ -1,6 +1,8 @@
 #include "ui/viewmodels/CompletionViewModel.h"
 #include "ViewModelFixture.h"
 
+#include <QSignalSpy>
+
 using namespace quill;
 using namespace quill::test;
 
@@ -33,6 +35,13 @@ TEST_F(CompletionViewModelTest, TheSummaryShowsWholeMinutesAndCounts) {
 TEST_F(CompletionViewModelTest, UnderAMinuteShowsZero) {
     endRound(59'000);
     EXPECT_EQ(vm.focusedMinutesText(), "0");
+}
+
+TEST_F(CompletionViewModelTest, ARunningRoundNotifiesTheSheetOncePerMinuteNotPerStep) {
+    start();
+    QSignalSpy spy(&vm, &CompletionViewModel::summaryChanged);
+    advance(150'000);
+    EXPECT_EQ(spy.count(), 2);
 }
 
 TEST_F(CompletionViewModelTest, TheTaskChipNamesTheChosenTask) {

@@ -135,10 +135,14 @@ Window {
         shown: shell.reviewVisible
     }
 
-    TrayPanel {
-        id: trayPanel
-        objectName: "trayPanel"
-        store: root.store
+    // The tray panel is built the first time the icon is clicked.
+    Loader {
+        id: trayPanelLoader
+        active: false
+        sourceComponent: TrayPanel {
+            objectName: "trayPanel"
+            store: root.store
+        }
     }
 
     FloatingTimerController { objectName: "floatingTimerController"; store: root.store; mainWindow: root }
@@ -146,7 +150,8 @@ Window {
     TrayIcon {
         objectName: "trayIcon"
         symbol: shell.traySymbol
-        panel: trayPanel
+        panel: trayPanelLoader.item
         mainWindow: root
+        onPanelWanted: trayPanelLoader.active = true
     }
 }

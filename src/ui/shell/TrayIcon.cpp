@@ -82,6 +82,8 @@ void TrayIcon::activate() {
     if (m_mainWindow && (m_mainWindow->windowStates() & Qt::WindowMinimized))
         restoreWindow(m_mainWindow);
     if (!m_panel)
+        Q_EMIT panelWanted();
+    if (!m_panel)
         return;
     if (m_panel->isVisible()) {
         m_panel->hide();

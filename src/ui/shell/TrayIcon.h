@@ -17,7 +17,8 @@ class TrayIcon : public QObject {
     QML_ELEMENT
     /// Symbol name of the icon ("leaf" idle, "leaf.fill" during a round).
     Q_PROPERTY(QString symbol READ symbol WRITE setSymbol NOTIFY symbolChanged)
-    /// The panel window the click toggles.
+    /// The panel window the click toggles; when absent, a click first asks for it
+    /// (panelWanted), so it can be built on first use.
     Q_PROPERTY(QQuickWindow* panel READ panel WRITE setPanel NOTIFY panelChanged)
     /// The main window, restored when the icon is clicked while it is minimised.
     Q_PROPERTY(
@@ -44,6 +45,7 @@ public:
 Q_SIGNALS:
     void symbolChanged();
     void panelChanged();
+    void panelWanted();
     void mainWindowChanged();
     void toolTipChanged();
 

@@ -1,6 +1,7 @@
 #include "UiRuntime.h"
 
 #include "MainWindowRestorer.h"
+#include "StartupTrim.h"
 #include "store/AppStore.h"
 #include "ui/UiLog.h"
 
@@ -49,6 +50,7 @@ bool UiRuntime::load() {
         return false;
     }
     m_mainWindow = qobject_cast<QQuickWindow*>(roots.first());
+    trimAfterFirstFrame(m_mainWindow);
     return m_mainWindow != nullptr;
 }
 

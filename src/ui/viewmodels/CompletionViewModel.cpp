@@ -17,7 +17,11 @@ CompletionViewModel::CompletionViewModel(QObject* parent) : StoreViewModel(paren
 
 void CompletionViewModel::connectStore(AppStore* s) {
     connect(s, &AppStore::showCompletionSheetChanged, this, &CompletionViewModel::onSheetChanged);
-    connect(s, &AppStore::focusedElapsedSecondsChanged, this, &CompletionViewModel::summaryChanged);
+    // Four steps a second during a round, but the sheet shows whole minutes.
+    connect(s, &AppStore::focusedElapsedSecondsChanged, this, [this] {
+        if (assign(m_focusedMinutes, store()->focusedElapsedSeconds() / 60))
+            Q_EMIT summaryChanged();
+    });
     connect(s, &AppStore::currentEventsChanged, this, &CompletionViewModel::summaryChanged);
     connect(s, &AppStore::settingsChanged, this, &CompletionViewModel::summaryChanged);
     connect(s, &AppStore::musicMessageChanged, this, &CompletionViewModel::summaryChanged);
@@ -25,6 +29,7 @@ void CompletionViewModel::connectStore(AppStore* s) {
 
 void CompletionViewModel::refreshAll() {
     m_sheetShown = store() && store()->showCompletionSheet();
+    m_focusedMinutes = store() ? store()->focusedElapsedSeconds() / 60 : 0;
     resetInputs();
     Q_EMIT summaryChanged();
 }

@@ -72,6 +72,7 @@ private:
     QString m_note;
     bool m_showAbandonConfirmation = false;
     bool m_sheetShown = false;
+    qint64 m_focusedMinutes = 0;
 };
 
 } // namespace quill

@@ -37,8 +37,12 @@ void FocusViewModel::connectStore(AppStore* s) {
     // A step assigns several counters; reading them once it is done redraws the ring and
     // the time at most once per step, and only when a shown value changed.
     connect(s, &AppStore::stepped, this, [this] {
-        refreshTimer();
+        // At rest a step can only turn the hour of the greeting; the rest follows the
+        // phase and the settings, which notify on their own.
         refreshHeader();
+        if (!viewtext::isActive(store()->phase()))
+            return;
+        refreshTimer();
         refreshMetrics();
     });
 }
