@@ -75,7 +75,12 @@ void TrayIcon::updateIcon() {
     for (int size : {16, 22, 24, 32, 48, 64})
         builtIn.addPixmap(QPixmap::fromImage(trayIconImage(m_symbol, size, color)));
     const QString name = running ? appId() : appId() + QStringLiteral("-symbolic");
-    m_tray->setIcon(QIcon::fromTheme(name, builtIn));
+    // Not fromTheme(name, fallback): that also falls back for an icon found only as SVG.
+    m_tray->setIcon(QIcon::hasThemeIcon(name) ? QIcon::fromTheme(name) : builtIn);
+}
+
+QIcon TrayIcon::icon() const {
+    return m_tray->icon();
 }
 
 void TrayIcon::activate() {

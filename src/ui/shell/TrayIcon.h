@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QObject>
 #include <QPointer>
 #include <QQuickWindow>
@@ -38,6 +39,9 @@ public:
     void setMainWindow(QQuickWindow* window);
     QString toolTip() const { return m_toolTip; }
     void setToolTip(const QString& tip);
+
+    /// The icon shown: the installed one by name when there is one, else the drawn art.
+    QIcon icon() const;
 
     /// What a click on the icon does: restore a minimised main window, toggle the panel.
     Q_INVOKABLE void activate();
