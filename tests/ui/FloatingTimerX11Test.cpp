@@ -11,9 +11,11 @@
 #include <gtest/gtest.h>
 #include <xcb/xcb.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <memory>
+#include <sys/prctl.h>
 
 using namespace quill;
 using namespace quill::test;
@@ -27,6 +29,9 @@ struct VirtualDesktop {
     QString problem;
 
     bool start() {
+        // A crashed test must not leave its X server and window manager behind.
+        for (QProcess* p : {&server, &windowManager})
+            p->setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
         // Xvfb prints the display number it picked once it accepts connections.
         server.start(QStringLiteral("Xvfb"),
                      {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});

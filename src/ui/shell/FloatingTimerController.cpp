@@ -87,28 +87,39 @@ void FloatingTimerController::onMainWindowState(Qt::WindowStates states) {
 }
 
 void FloatingTimerController::update() {
+    if (m_store && m_store->isSessionActive())
+        component();
     if (m_store && wanted(m_mainMinimised, m_store->isSessionActive(), m_store->settings()))
         open();
     else
         dismiss();
 }
 
-void FloatingTimerController::open() {
-    if (m_panel)
-        return;
+QQmlComponent* FloatingTimerController::component() {
+    if (m_component)
+        return m_component;
     QQmlEngine* engine = qmlEngine(this);
     if (!engine) {
         qCWarning(lcUi) << "The floating timer has no QML engine to build its window.";
-        return;
+        return nullptr;
     }
+    m_component = new QQmlComponent(engine, kPanelUrl, this);
+    return m_component;
+}
+
+void FloatingTimerController::open() {
+    if (m_panel)
+        return;
+    QQmlComponent* component = this->component();
+    if (!component)
+        return;
     m_composited = x11::compositorRunning();
-    QQmlComponent component(engine, kPanelUrl);
-    QObject* built = component.createWithInitialProperties(
+    QObject* built = component->createWithInitialProperties(
         {{QStringLiteral("store"), QVariant::fromValue(m_store.data())},
          {QStringLiteral("controller"), QVariant::fromValue(this)}});
     auto* panel = qobject_cast<QQuickWindow*>(built);
     if (!panel) {
-        qCWarning(lcUi) << "The floating timer could not be built:" << component.errorString();
+        qCWarning(lcUi) << "The floating timer could not be built:" << component->errorString();
         delete built;
         return;
     }

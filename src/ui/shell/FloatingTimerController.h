@@ -7,6 +7,8 @@
 #include <QQuickWindow>
 #include <QtQml/qqmlregistration.h>
 
+class QQmlComponent;
+
 namespace quill {
 
 class AppStore;
@@ -55,6 +57,7 @@ Q_SIGNALS:
 
 private:
     void update();
+    QQmlComponent* component();
     void open();
     void dismiss();
     void onMainWindowState(Qt::WindowStates states);
@@ -62,6 +65,8 @@ private:
     QPointer<AppStore> m_store;
     QPointer<QQuickWindow> m_mainWindow;
     QPointer<QQuickWindow> m_panel;
+    // Compiled when a round starts, so minimising only has to instantiate it.
+    QQmlComponent* m_component = nullptr;
     QMetaObject::Connection m_storeSettings, m_storePhase, m_windowState;
     bool m_mainMinimised = false;
     bool m_composited = false;
