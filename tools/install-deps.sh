@@ -16,6 +16,7 @@ packages=(
   pulseaudio pulseaudio-utils dbus dbus-x11 xvfb xauth
   dbus-daemon # the music tests start a private session bus of their own
   fonts-noto-cjk fonts-material-design-icons-iconfont
+  at-spi2-core python3-pyatspi # the accessibility test reads the app as a screen reader does
 )
 
 missing=()
