@@ -12,6 +12,8 @@ AbstractButton {
     hoverEnabled: true
     Accessible.role: Accessible.Button
     Accessible.name: text
+    // A screen reader's "press" is a click.
+    Accessible.onPressAction: control.clicked()
 
     scale: pressed ? 0.99 : 1.0
     Behavior on scale { NumberAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }

@@ -17,6 +17,8 @@ AbstractButton {
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.Button
     Accessible.name: text
+    // A screen reader's "press" is a click.
+    Accessible.onPressAction: control.clicked()
     opacity: enabled ? 1.0 : 0.45
 
     contentItem: Item {
