@@ -19,6 +19,7 @@ packages=(
   fonts-noto-cjk fonts-material-design-icons-iconfont
   desktop-file-utils appstream # the packaging tests validate the desktop entry and metainfo
   openbox libxcb1-dev # the floating timer's test runs under a real window manager
+  at-spi2-core python3-pyatspi # the accessibility test reads the app as a screen reader does
 )
 
 missing=()

@@ -31,11 +31,13 @@ TEST(ShellTest, TheAppearanceSwitchRecoloursBothWindows) {
     EXPECT_EQ(pixel(ui.window(), sidebarSpot), QColor("#EAF1EE"));
     EXPECT_EQ(ui.window()->color(), QColor("#F3F7F5"));
     EXPECT_EQ(ui.text("sidebar.appearance"), "切换到夜间模式");
-    EXPECT_EQ(ui.trayPanel()->color(), QColor("#F3F7F5"));
+    EXPECT_EQ(ui.item("tray.surface", ui.trayPanel())->property("color").value<QColor>(),
+              QColor("#F3F7F5"));
 
     ui.click("sidebar.appearance");
     EXPECT_EQ(pixel(ui.window(), sidebarSpot), QColor("#0B1215"));
-    EXPECT_EQ(ui.trayPanel()->color(), QColor("#0E1518"));
+    EXPECT_EQ(ui.item("tray.surface", ui.trayPanel())->property("color").value<QColor>(),
+              QColor("#0E1518"));
 }
 
 TEST(ShellTest, AnAbsentAppearanceIsDrawnDark) {

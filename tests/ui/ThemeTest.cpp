@@ -67,10 +67,40 @@ TEST(ThemeObjectTest, SwitchingTheAppearanceRecoloursAndNotifiesOnce) {
     EXPECT_EQ(theme.palette()->tint("purple"), theme.mint());
 }
 
-TEST(ThemeObjectTest, AlphaReplacesOpacityWithinRange) {
+TEST(ThemeObjectTest, AlphaFadesAColourWithoutLosingItsOwnOpacity) {
     EXPECT_NEAR(Theme::alpha(QColor("#78D7B2"), 0.12).alphaF(), 0.12, 1e-3);
     EXPECT_NEAR(Theme::alpha(QColor("#78D7B2"), 4.0).alphaF(), 1.0, 1e-3);
     EXPECT_NEAR(Theme::alpha(QColor("#78D7B2"), -1.0).alphaF(), 0.0, 1e-3);
+    // A translucent palette colour stays translucent: 0.095 seen through 0.9.
+    const QColor strong = ThemeColors::panelStrong.resolve(AppearanceMode::dark);
+    EXPECT_NEAR(Theme::alpha(strong, 0.9).alphaF(), 0.0855, 1e-3);
+}
+
+TEST(ThemeObjectTest, OverCompositesSourceOver) {
+    const QColor half = QColor::fromRgbF(1, 1, 1, 0.5);
+    const QColor mixed = Theme::over(half, QColor("#000000"));
+    EXPECT_NEAR(mixed.redF(), 0.5, 1e-3);
+    EXPECT_NEAR(mixed.alphaF(), 1.0, 1e-3);
+    EXPECT_EQ(Theme::over(QColor("#219A71"), QColor("#FFFFFF")), QColor("#219A71"));
+    EXPECT_EQ(Theme::over(QColor(Qt::transparent), QColor("#0E1518")), QColor("#0E1518"));
+    EXPECT_NEAR(Theme::contrast(QColor("#000000"), QColor("#FFFFFF")), 21.0, 1e-6);
+    EXPECT_NEAR(Theme::contrast(QColor("#777777"), QColor("#777777")), 1.0, 1e-6);
+}
+
+TEST(ThemeObjectTest, FloatingTextAndFocusRingsReadInBothAppearances) {
+    Theme theme;
+    for (bool dark : {true, false}) {
+        theme.setDark(dark);
+        const QColor fill = theme.floatingFill();
+        EXPECT_EQ(fill.alpha(), 255) << dark;
+        EXPECT_GE(Theme::contrast(theme.primaryText(), fill), 4.5) << dark;
+        EXPECT_GE(Theme::contrast(theme.secondaryText(), fill), 4.5) << dark;
+        // Non-text contrast for the ring against the window and the cards.
+        EXPECT_GE(Theme::contrast(theme.focusRing(), theme.background()), 3.0) << dark;
+        EXPECT_GE(
+            Theme::contrast(theme.focusRing(), Theme::over(theme.panel(), theme.background())), 3.0)
+            << dark;
+    }
 }
 
 } // namespace

@@ -8,7 +8,9 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QInputMethodEvent>
+#include <QQuickItem>
 #include <QQuickWindow>
+#include <QTest>
 #include <cstdio>
 #include <ctime>
 
@@ -42,6 +44,25 @@ QQuickWindow* review(UiHarness& ui) {
     ui.click("endDialog.review");
     ui.click("review.focus.5");
     return nullptr;
+}
+
+// Tabs until the named control has the keyboard focus (and shows its ring).
+void tabTo(UiHarness& ui, const char* name) {
+    for (int i = 0; i < 60; ++i) {
+        QQuickItem* focused = ui.window()->activeFocusItem();
+        if (focused && focused->objectName() == QLatin1String(name))
+            return;
+        ui.pressKey(Qt::Key_Tab);
+    }
+}
+
+void hover(UiHarness& ui, const char* name) {
+    QQuickItem* item = ui.item(QString::fromLatin1(name));
+    if (!item)
+        return;
+    const QPointF centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+    QTest::mouseMove(ui.window(), centre.toPoint());
+    ui.settle();
 }
 
 void typeChinese(UiHarness& ui, const QString& text) {
@@ -119,6 +140,33 @@ int main(int argc, char** argv) {
              ui.click("control.taskToggle");
              ui.click("control.newTaskField");
              typeChinese(ui, QStringLiteral("英语听力"));
+             return nullptr;
+         }},
+        {QStringLiteral("toast-saved"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             review(ui);
+             ui.click("review.save");
+             return nullptr;
+         }},
+        {QStringLiteral("focus-ring"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             tabTo(ui, "focus.primary");
+             return nullptr;
+         }},
+        {QStringLiteral("focus-ring-dialog"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             focusing(ui);
+             tabTo(ui, "focus.end");
+             ui.pressKey(Qt::Key_Space);
+             return nullptr;
+         }},
+        {QStringLiteral("tooltip"),
+         [](UiHarness& ui) -> QQuickWindow* {
+             QQuickItem* scroll = ui.item("focus.scroll");
+             scroll->setProperty("contentY",
+                                 scroll->property("contentHeight").toReal() - scroll->height());
+             ui.settle();
+             hover(ui, "ambient.tile.birds.toggle");
              return nullptr;
          }},
         {QStringLiteral("ambient-playing"),

@@ -7,6 +7,8 @@ DialogPanel {
     id: dialog
     signal cancelChosen()
     signal confirmChosen()
+    // The safe choice, which takes the focus when the question opens.
+    readonly property Item cancelButton: cancelButton
     width: 390
     height: implicitHeight
     padding: 24
@@ -48,43 +50,17 @@ DialogPanel {
             width: parent.width
             spacing: 10
             QuillSecondaryButton {
+                id: cancelButton
                 objectName: "abandonDialog.cancel"
                 width: (parent.width - parent.spacing) / 2
                 text: "返回复盘"
                 onClicked: dialog.cancelChosen()
             }
-            AbstractButton {
-                id: confirm
+            QuillDestructiveButton {
                 objectName: "abandonDialog.confirm"
                 width: (parent.width - parent.spacing) / 2
-                height: 42
                 text: "确认放弃"
-                Accessible.role: Accessible.Button
-                Accessible.name: text
                 onClicked: dialog.confirmChosen()
-                background: Rectangle {
-                    radius: 13
-                    color: Theme.alpha(Theme.coral, confirm.pressed ? 0.78 : 1.0)
-                }
-                contentItem: Item {
-                    Row {
-                        anchors.centerIn: parent
-                        spacing: 6
-                        SymbolIcon {
-                            anchors.verticalCenter: parent.verticalCenter
-                            name: "trash.fill"
-                            size: 13
-                            color: Theme.onAccent
-                        }
-                        Text {
-                            anchors.verticalCenter: parent.verticalCenter
-                            text: confirm.text
-                            font.pixelSize: 13
-                            font.weight: Font.DemiBold
-                            color: Theme.onAccent
-                        }
-                    }
-                }
             }
         }
     }

@@ -67,6 +67,7 @@ QuillCard {
                         color: Theme.primaryText
                     }
                     Text {
+                        id: ambientStatus
                         objectName: "ambient.status"
                         width: parent.width
                         text: ambient.statusText
@@ -76,6 +77,9 @@ QuillCard {
                         maximumLineCount: 1
                         Accessible.role: Accessible.StaticText
                         Accessible.name: text
+                        // Cut to one line; hovering it shows the whole line.
+                        HoverHandler { id: statusHover; enabled: ambientStatus.truncated }
+                        QuillToolTip { text: ambientStatus.text; shown: statusHover.hovered }
                     }
                 }
                 QuillSecondaryButton {
@@ -99,17 +103,22 @@ QuillCard {
                     text: "随专注播放"
                     checked: card.settings.ambientFollowsFocus
                     onToggled: card.settings.ambientFollowsFocus = checked
-                    ToolTip.visible: hovered
-                    ToolTip.text: "开始专注时自动播放，暂停、结束或放弃时自动停下"
+                    QuillToolTip {
+                        text: "开始专注时自动播放，暂停、结束或放弃时自动停下"
+                        shown: parent.hovered
+                    }
                 }
                 Row {
+                    id: masterGroup
                     anchors.right: parent.right
                     anchors.verticalCenter: parent.verticalCenter
                     spacing: 6
+                    HoverHandler { id: masterHover }
+                    QuillToolTip { text: "环境音总音量"; shown: masterHover.hovered }
                     SymbolIcon {
                         anchors.verticalCenter: parent.verticalCenter
                         name: "speaker.fill"
-                        size: 11
+                        size: 9
                         color: Theme.secondaryText
                     }
                     QuillSlider {
@@ -118,14 +127,12 @@ QuillCard {
                         anchors.verticalCenter: parent.verticalCenter
                         value: card.settings.ambientMasterVolume
                         Accessible.name: "环境音总音量"
-                        ToolTip.visible: hovered
-                        ToolTip.text: "环境音总音量"
                         onMoved: card.settings.ambientMasterVolume = value
                     }
                     SymbolIcon {
                         anchors.verticalCenter: parent.verticalCenter
                         name: "speaker.wave.2.fill"
-                        size: 11
+                        size: 9
                         color: Theme.secondaryText
                     }
                 }

@@ -39,11 +39,18 @@ Rectangle {
             height: top.implicitHeight
             Accessible.role: Accessible.Button
             Accessible.name: tile.title + "，" + tile.help
-            ToolTip.visible: hovered
-            ToolTip.text: tile.help
+            Accessible.description: tile.subtitle
+            // Four tiles to a row leave the subtitle one short line; the tooltip (on hover or
+            // keyboard focus) reads it in full.
+            QuillToolTip {
+                text: tile.title + " · " + tile.subtitle + "\n" + tile.help
+                shown: toggle.hovered || toggle.visualFocus
+            }
             hoverEnabled: true
             onClicked: tile.card.toggleSound(tile.raw)
-            background: Item {}
+            background: Item {
+                FocusRing { control: toggle; baseRadius: 10; gap: 3 }
+            }
             // Narrow tiles stack the symbol above the texts; the check sits in the corner.
             contentItem: Column {
                 id: top
@@ -55,8 +62,8 @@ Rectangle {
                         width: 30
                         height: 30
                         radius: 15
-                        color: tile.selected ? Theme.alpha(tile.tintColor, 0.16)
-                                             : Theme.alpha(Theme.secondaryText, 0.08)
+                        color: tile.selected ? Theme.alpha(tile.tintColor, toggle.hovered ? 0.24 : 0.16)
+                                             : Theme.alpha(Theme.secondaryText, toggle.hovered ? 0.14 : 0.08)
                         SymbolIcon {
                             anchors.centerIn: parent
                             name: tile.symbol
@@ -84,9 +91,10 @@ Rectangle {
                     elide: Text.ElideRight
                 }
                 Text {
+                    objectName: tile.objectName + ".subtitle"
                     width: parent.width
                     text: tile.subtitle
-                    font.pixelSize: 9
+                    font.pixelSize: Math.max(9, Theme.smallTextMinimum)
                     color: Theme.secondaryText
                     elide: Text.ElideRight
                     maximumLineCount: 1

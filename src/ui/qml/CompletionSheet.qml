@@ -12,6 +12,7 @@ Popup {
     property bool shown: false
     visible: shown
     modal: true
+    focus: true
     closePolicy: Popup.NoAutoClose
     anchors.centerIn: Overlay.overlay
     width: 610
@@ -35,6 +36,10 @@ Popup {
 
     background: Rectangle {
         radius: 20
+        SoftShadow {
+            anchors.fill: parent
+            radius: parent.radius
+        }
         border.width: 1
         border.color: Theme.hairline
         gradient: Gradient {
@@ -45,6 +50,15 @@ Popup {
     }
 
     contentItem: Item {
+        id: sheetContent
+        objectName: "review.content"
+        // Holds the keyboard while open; Escape does nothing here. The scope is the sheet's
+        // own item, which is what takes the focus when the sheet opens.
+        FocusTrap {
+            scope: sheetContent.parent
+            active: sheet.shown
+        }
+
         Column {
             id: body
             width: parent.width
@@ -102,7 +116,7 @@ Popup {
                                 objectName: "review.taskChip.text"
                                 anchors.verticalCenter: parent.verticalCenter
                                 text: review.taskChipText
-                                font.pixelSize: 10
+                                font.pixelSize: Math.max(10, Theme.smallTextMinimum)
                                 font.weight: Font.DemiBold
                                 color: review.taskChipIsTask ? Theme.blue : Theme.secondaryText
                             }
@@ -208,7 +222,7 @@ Popup {
                 anchors.left: parent.left
                 anchors.verticalCenter: parent.verticalCenter
                 text: "记录感觉，不给今天的自己打分。"
-                font.pixelSize: 10
+                font.pixelSize: Math.max(10, Theme.smallTextMinimum)
                 color: Theme.secondaryText
             }
             Row {
@@ -246,6 +260,14 @@ Popup {
             enabled: shown
             Behavior on opacity { NumberAnimation { duration: 180 * Theme.motion; easing.type: Easing.OutQuad } }
 
+            // Over the sheet's own trap: Escape here means "back to the review".
+            FocusTrap {
+                scope: abandonLayer
+                active: abandonLayer.shown
+                initialFocus: abandonPanel.cancelButton
+                onEscapePressed: review.showAbandonConfirmation = false
+            }
+
             Rectangle {
                 objectName: "abandonDialog.scrim"
                 anchors.fill: parent
@@ -258,6 +280,7 @@ Popup {
                 }
             }
             AbandonSessionDialog {
+                id: abandonPanel
                 objectName: "abandonDialog.panel"
                 anchors.centerIn: parent
                 scale: abandonLayer.shown ? 1.0 : 0.96

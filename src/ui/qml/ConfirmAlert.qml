@@ -3,7 +3,8 @@ import QtQuick.Controls.Basic
 import Quillmere
 
 // A modal confirmation over a screen: scrim, icon, title, message and two buttons, the
-// confirming one destructive. The owner decides what `shown` follows.
+// confirming one destructive. The owner decides what `shown` follows. While shown it holds
+// the keyboard; Escape cancels.
 Item {
     id: layer
     property bool shown: false
@@ -22,12 +23,21 @@ Item {
     enabled: shown
     Behavior on opacity { NumberAnimation { duration: 180 * Theme.motion; easing.type: Easing.OutQuad } }
 
+    // Keyboard stays inside while shown; Escape is the cancel button, as in any alert.
+    FocusTrap {
+        scope: layer
+        active: layer.shown
+        initialFocus: cancelButton
+        onEscapePressed: layer.cancelled()
+    }
+
     Rectangle {
         anchors.fill: parent
         color: Theme.alpha("#000000", 0.28)
         MouseArea {
             anchors.fill: parent
             acceptedButtons: Qt.AllButtons
+            hoverEnabled: true
             onWheel: (wheel) => wheel.accepted = true
         }
     }
@@ -81,43 +91,18 @@ Item {
                 width: parent.width
                 spacing: 10
                 QuillSecondaryButton {
+                    id: cancelButton
                     objectName: layer.objectName + ".cancel"
                     width: (parent.width - parent.spacing) / 2
                     text: layer.cancelText
                     onClicked: layer.cancelled()
                 }
-                AbstractButton {
-                    id: confirm
+                QuillDestructiveButton {
                     objectName: layer.objectName + ".confirm"
                     width: (parent.width - parent.spacing) / 2
-                    height: 42
                     text: layer.confirmText
-                    Accessible.role: Accessible.Button
-                    Accessible.name: text
+                    symbol: layer.symbol
                     onClicked: layer.confirmed()
-                    background: Rectangle {
-                        radius: 13
-                        color: Theme.alpha(Theme.coral, confirm.pressed ? 0.78 : 1.0)
-                    }
-                    contentItem: Item {
-                        Row {
-                            anchors.centerIn: parent
-                            spacing: 6
-                            SymbolIcon {
-                                anchors.verticalCenter: parent.verticalCenter
-                                name: layer.symbol
-                                size: 13
-                                color: Theme.onAccent
-                            }
-                            Text {
-                                anchors.verticalCenter: parent.verticalCenter
-                                text: confirm.text
-                                font.pixelSize: 13
-                                font.weight: Font.DemiBold
-                                color: Theme.onAccent
-                            }
-                        }
-                    }
                 }
             }
         }

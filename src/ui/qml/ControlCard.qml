@@ -67,6 +67,7 @@ QuillCard {
                 QuillComboBox {
                     objectName: "control.taskPicker"
                     width: parent.width - taskToggle.width - parent.spacing
+                    implicitHeight: 42
                     model: card.controls.taskOptions
                     currentIndex: card.controls.taskIndex
                     Accessible.name: "本轮任务"
@@ -75,27 +76,40 @@ QuillCard {
                 QuillSecondaryButton {
                     id: taskToggle
                     objectName: "control.taskToggle"
-                    width: 36
-                    height: 36
-                    implicitHeight: 36
+                    width: 42
                     symbol: card.controls.creatorToggleSymbol
                     Accessible.name: card.controls.creatorToggleHelp
-                    ToolTip.visible: hovered
-                    ToolTip.text: card.controls.creatorToggleHelp
-                    onClicked: card.controls.toggleTaskCreator()
+                    toolTip: card.controls.creatorToggleHelp
+                    onClicked: {
+                        card.controls.toggleTaskCreator()
+                        // Opening the row puts the cursor in its field, ready to type.
+                        if (card.controls.showTaskCreator)
+                            newTaskField.forceActiveFocus(Qt.TabFocusReason)
+                    }
                 }
             }
+            // Opens and closes by growing and fading, ease-in-out over 0.18 s.
+            Item {
+                id: newTaskSlot
+                readonly property bool open: card.controls.showTaskCreator
+                width: parent.width
+                height: open ? newTaskRow.implicitHeight : 0
+                opacity: open ? 1 : 0
+                visible: height > 0
+                clip: true
+                Behavior on height { NumberAnimation { duration: 180 * Theme.motion; easing.type: Easing.InOutQuad } }
+                Behavior on opacity { NumberAnimation { duration: 180 * Theme.motion; easing.type: Easing.InOutQuad } }
             Row {
+                id: newTaskRow
                 objectName: "control.newTaskRow"
                 width: parent.width
                 spacing: 8
-                visible: card.controls.showTaskCreator
-                opacity: visible ? 1 : 0
-                Behavior on opacity { NumberAnimation { duration: 180 * Theme.motion; easing.type: Easing.InOutQuad } }
+                enabled: newTaskSlot.open
                 QuillTextField {
                     id: newTaskField
                     objectName: "control.newTaskField"
                     width: parent.width - addButton.width - parent.spacing
+                    height: addButton.height
                     placeholderText: "例如：力扣、AI 学习"
                     text: card.controls.newTaskName
                     onTextEdited: card.controls.newTaskName = text
@@ -104,13 +118,13 @@ QuillCard {
                 QuillPrimaryButton {
                     id: addButton
                     objectName: "control.addTask"
-                    implicitHeight: 36
-                    leftPadding: 14
-                    rightPadding: 14
+                    leftPadding: 16
+                    rightPadding: 16
                     text: "添加"
                     enabled: card.controls.canAddTask
                     onClicked: card.controls.commitNewTask()
                 }
+            }
             }
         }
 
@@ -137,12 +151,15 @@ QuillCard {
                         text: modelData
                         enabled: !card.controls.locked
                         opacity: enabled ? 1.0 : 0.45
+                        hoverEnabled: true
                         Accessible.role: Accessible.Button
                         Accessible.name: modelData + " 分钟"
                         onClicked: card.controls.chooseDuration(modelData)
                         background: Rectangle {
                             radius: 10
-                            color: chip.chosen ? Theme.mint : Theme.palette.neutralFill(0.06)
+                            color: chip.chosen ? (chip.pressed ? Theme.alpha(Theme.mint, 0.78) : Theme.mint)
+                                 : Theme.palette.neutralFill(chip.pressed ? 0.13 : chip.hovered ? 0.1 : 0.06)
+                            FocusRing { control: chip; baseRadius: 10 }
                         }
                         contentItem: Text {
                             text: chip.text
@@ -163,9 +180,16 @@ QuillCard {
                     horizontalAlignment: Text.AlignHCenter
                     placeholderText: "分钟"
                     Accessible.name: "分钟"
-                    validator: IntValidator { bottom: 1; top: 1440 }
+                    // Digits only; a number out of 1…1440 is brought into range as the store's
+                    // repair would, and the field then shows what the store holds.
+                    validator: RegularExpressionValidator { regularExpression: /[0-9]{0,5}/ }
                     text: card.settings.selectedDurationMinutes
-                    onEditingFinished: if (acceptableInput) card.settings.selectedDurationMinutes = parseInt(text)
+                    onEditingFinished: {
+                        const minutes = parseInt(text)
+                        if (!isNaN(minutes))
+                            card.settings.selectedDurationMinutes = Math.max(1, Math.min(1440, minutes))
+                        text = Qt.binding(() => card.settings.selectedDurationMinutes)
+                    }
                 }
                 Text {
                     anchors.verticalCenter: parent.verticalCenter
@@ -244,12 +268,14 @@ QuillCard {
                         height: 30
                         enabled: !card.controls.locked
                         opacity: enabled ? 1.0 : 0.45
+                        hoverEnabled: true
                         Accessible.role: Accessible.Button
                         Accessible.name: "精力 " + value
                         onClicked: card.controls.setEnergy(value)
                         background: Rectangle {
                             radius: 15
-                            color: Theme.palette.neutralFill(level.pressed ? 0.09 : 0.04)
+                            color: Theme.palette.neutralFill(level.pressed ? 0.11 : level.hovered ? 0.08 : 0.04)
+                            FocusRing { control: level; baseRadius: 15 }
                         }
                         contentItem: SymbolIcon {
                             name: level.value <= card.controls.energyLevel ? "circle.fill" : "circle"

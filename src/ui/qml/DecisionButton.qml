@@ -8,16 +8,22 @@ AbstractButton {
     property string detail
     property string symbol
     property color tint: Theme.mint
-    implicitHeight: 64
+    implicitHeight: Math.max(64, texts.implicitHeight + 24)
     hoverEnabled: true
     Accessible.role: Accessible.Button
     Accessible.name: text
+    // A screen reader's "press" is a click.
+    Accessible.onPressAction: control.clicked()
+
+    scale: pressed ? 0.99 : 1.0
+    Behavior on scale { NumberAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }
 
     background: Rectangle {
         radius: 16
         color: Theme.alpha(control.tint, control.pressed ? 0.14 : (control.hovered ? 0.1 : 0.075))
         border.width: 1
-        border.color: Theme.alpha(control.tint, 0.2)
+        border.color: Theme.alpha(control.tint, control.hovered ? 0.32 : 0.2)
+        FocusRing { control: control; baseRadius: 16 }
     }
     contentItem: Item {
         Rectangle {
@@ -36,13 +42,16 @@ AbstractButton {
             }
         }
         Column {
+            id: texts
             anchors.left: square.right
             anchors.leftMargin: 12
             anchors.right: chevron.left
             anchors.verticalCenter: parent.verticalCenter
             spacing: 3
             Text {
+                width: parent.width
                 text: control.text
+                elide: Text.ElideRight
                 font.pixelSize: 14
                 font.weight: Font.DemiBold
                 color: Theme.primaryText
@@ -52,6 +61,8 @@ AbstractButton {
                 text: control.detail
                 font.pixelSize: 11
                 color: Theme.secondaryText
+                wrapMode: Text.WordWrap
+                maximumLineCount: 2
                 elide: Text.ElideRight
             }
         }

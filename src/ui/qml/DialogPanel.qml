@@ -9,20 +9,10 @@ Item {
     default property alias content: inner.data
     implicitHeight: inner.childrenRect.height + 2 * padding
 
-    Rectangle {
-        // Soft shadow: a few widening, fading outlines under the panel.
+    // A soft, graded shadow (opacity 0.22 in light windows, deeper in dark ones).
+    SoftShadow {
         anchors.fill: parent
-        anchors.margins: -6
-        anchors.topMargin: 2
-        radius: panel.radius + 6
-        color: Theme.alpha("#000000", 0.08)
-    }
-    Rectangle {
-        anchors.fill: parent
-        anchors.margins: -2
-        anchors.topMargin: 4
-        radius: panel.radius + 2
-        color: Theme.alpha("#000000", 0.14)
+        radius: panel.radius
     }
     Rectangle {
         anchors.fill: parent

@@ -19,6 +19,7 @@ AbstractButton {
         color: Theme.alpha(control.tint, control.pressed ? 0.12 : (control.hovered ? 0.07 : 0.04))
         border.width: 1
         border.color: Theme.alpha(control.tint, 0.2)
+        FocusRing { control: control; baseRadius: 16 }
     }
     contentItem: Item {
         Rectangle {

@@ -37,7 +37,7 @@ Row {
         }
         Text {
             text: pill.label
-            font.pixelSize: 10
+            font.pixelSize: Math.max(10, Theme.smallTextMinimum)
             font.weight: Font.Medium
             color: Theme.secondaryText
         }

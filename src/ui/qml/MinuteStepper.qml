@@ -13,7 +13,7 @@ Column {
 
     Text {
         text: block.title
-        font.pixelSize: 9
+        font.pixelSize: Math.max(9, Theme.smallTextMinimum)
         font.weight: Font.DemiBold
         color: Theme.secondaryText
     }

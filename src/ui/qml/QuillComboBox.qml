@@ -10,11 +10,13 @@ ComboBox {
     opacity: enabled ? 1.0 : 0.45
     Accessible.name: displayText
 
+    hoverEnabled: true
     background: Rectangle {
         radius: 10
-        color: Theme.palette.neutralFill(0.055)
+        color: Theme.palette.neutralFill(box.pressed ? 0.09 : box.hovered ? 0.075 : 0.055)
         border.width: 1
         border.color: Theme.hairline
+        FocusRing { control: box; baseRadius: 10 }
     }
     contentItem: Text {
         leftPadding: 10
@@ -60,6 +62,7 @@ ComboBox {
         padding: 6
         background: Rectangle {
             radius: 12
+            SoftShadow { anchors.fill: parent; radius: parent.radius; spread: 8; offsetY: 3; strength: 0.7 }
             color: Theme.background
             border.width: 1
             border.color: Theme.hairline

@@ -7,6 +7,8 @@ AbstractButton {
     id: control
     property color tint: Theme.mint
     property string symbol: ""
+    // Shown after the hover delay when set.
+    property string toolTip: ""
     implicitHeight: 46
     implicitWidth: row.implicitWidth + leftPadding + rightPadding
     leftPadding: 20
@@ -15,7 +17,10 @@ AbstractButton {
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.Button
     Accessible.name: text
+    // A screen reader's "press" is a click.
+    Accessible.onPressAction: control.clicked()
     opacity: enabled ? 1.0 : 0.45
+    QuillToolTip { text: control.toolTip; shown: control.hovered }
     scale: pressed ? 0.98 : 1.0
     Behavior on scale { NumberAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }
 
@@ -44,7 +49,10 @@ AbstractButton {
     }
     background: Rectangle {
         radius: 14
-        color: Theme.alpha(control.tint, control.pressed ? 0.78 : 1.0)
+        // Hover lifts the fill a little; pressing dims it to 0.78.
+        color: control.pressed ? Theme.alpha(control.tint, 0.78)
+             : control.hovered ? Qt.lighter(control.tint, Theme.dark ? 1.07 : 1.12) : control.tint
         Behavior on color { ColorAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }
+        FocusRing { control: control; baseRadius: 14 }
     }
 }

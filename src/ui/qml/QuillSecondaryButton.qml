@@ -7,6 +7,8 @@ AbstractButton {
     id: control
     property string symbol: ""
     property color textColor: Theme.primaryText
+    // Shown after the hover delay when set.
+    property string toolTip: ""
     implicitHeight: 42
     implicitWidth: Math.max(row.implicitWidth + leftPadding + rightPadding, implicitHeight)
     leftPadding: text === "" ? 0 : 16
@@ -15,6 +17,8 @@ AbstractButton {
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.Button
     Accessible.name: text
+    // A screen reader's "press" is a click.
+    Accessible.onPressAction: control.clicked()
     opacity: enabled ? 1.0 : 0.45
 
     contentItem: Item {
@@ -41,10 +45,17 @@ AbstractButton {
             }
         }
     }
+    scale: pressed ? 0.98 : 1.0
+    Behavior on scale { NumberAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }
+    QuillToolTip { text: control.toolTip; shown: control.hovered }
+
     background: Rectangle {
         radius: 13
-        color: Theme.palette.neutralFill(control.pressed ? 0.13 : 0.08)
+        color: Theme.palette.neutralFill(control.pressed ? 0.13 : control.hovered ? 0.105 : 0.08)
         border.width: 1
-        border.color: Theme.hairline
+        border.color: control.hovered ? Theme.alpha(Theme.primaryText, Theme.dark ? 0.16 : 0.18)
+                                      : Theme.hairline
+        Behavior on color { ColorAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }
+        FocusRing { control: control; baseRadius: 13 }
     }
 }

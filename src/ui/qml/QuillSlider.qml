@@ -27,14 +27,16 @@ Slider {
             color: slider.tint
         }
     }
+    hoverEnabled: true
     handle: Rectangle {
+        FocusRing { control: slider; baseRadius: parent.radius }
         x: slider.leftPadding + slider.visualPosition * (slider.availableWidth - width)
         y: slider.topPadding + slider.availableHeight / 2 - height / 2
         width: slider.handleSize
         height: slider.handleSize
         radius: width / 2
         color: "#FFFFFF"
-        border.width: 1
-        border.color: Theme.alpha(slider.tint, 0.6)
+        border.width: slider.hovered || slider.pressed ? 2 : 1
+        border.color: Theme.alpha(slider.tint, slider.pressed ? 0.9 : 0.6)
     }
 }

@@ -29,11 +29,13 @@ Row {
             Accessible.role: Accessible.Button
             Accessible.name: stepper.accessibleName + modelData.name
             onClicked: stepper.stepped(Math.max(stepper.from, Math.min(stepper.to, stepper.value + modelData.delta)))
+            hoverEnabled: true
             background: Rectangle {
                 radius: 7
-                color: Theme.palette.neutralFill(step.pressed ? 0.13 : 0.07)
+                color: Theme.palette.neutralFill(step.pressed ? 0.13 : step.hovered ? 0.1 : 0.07)
                 border.width: 1
                 border.color: Theme.hairline
+                FocusRing { control: step; baseRadius: 7 }
             }
             contentItem: SymbolIcon {
                 name: step.modelData.symbol

@@ -11,13 +11,16 @@ Switch {
     font.pixelSize: 11
     font.weight: Font.Medium
 
+    hoverEnabled: true
     indicator: Rectangle {
+        FocusRing { control: control; baseRadius: parent.radius }
         x: control.width - width
         anchors.verticalCenter: parent.verticalCenter
         width: 30
         height: 17
         radius: height / 2
-        color: control.checked ? Theme.mint : Theme.palette.neutralFill(0.16)
+        color: control.checked ? (control.hovered ? Qt.lighter(Theme.mint, 1.06) : Theme.mint)
+                               : Theme.palette.neutralFill(control.hovered ? 0.22 : 0.16)
         Behavior on color { ColorAnimation { duration: 120 * Theme.motion } }
         Rectangle {
             x: control.checked ? parent.width - width - 2 : 2

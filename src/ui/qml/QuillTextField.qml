@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Quillmere
 
-// A plain text field on the neutral fill.
+// A plain text field on the neutral fill. Focus (from keyboard or click, since typing goes
+// there either way) draws the ring colour as its outline.
 TextField {
     id: field
     property real radius: 10
@@ -15,10 +16,15 @@ TextField {
     leftPadding: 10
     rightPadding: 10
     Accessible.name: placeholderText
+    // Locked fields fade like the other locked controls and drop their outline.
+    opacity: enabled ? 1.0 : 0.45
+    hoverEnabled: true
     background: Rectangle {
         radius: field.radius
-        color: Theme.palette.neutralFill(0.055)
-        border.width: 1
-        border.color: field.activeFocus ? Theme.alpha(Theme.mint, 0.6) : Theme.hairline
+        color: Theme.palette.neutralFill(field.enabled ? (field.hovered && !field.activeFocus ? 0.075 : 0.055)
+                                                       : 0.03)
+        border.width: field.activeFocus ? 2 : 1
+        border.color: field.activeFocus ? Theme.focusRing
+                    : field.enabled ? Theme.hairline : "transparent"
     }
 }

@@ -28,7 +28,7 @@ Column {
             anchors.verticalCenter: parent.verticalCenter
             width: 30
             text: row.low
-            font.pixelSize: 9
+            font.pixelSize: Math.max(9, Theme.smallTextMinimum)
             color: Theme.secondaryText
         }
         Row {
@@ -50,10 +50,15 @@ Column {
                     Accessible.role: Accessible.Button
                     Accessible.name: row.title + " " + level
                     onClicked: row.chosen(level)
+                    hoverEnabled: true
                     background: Rectangle {
                         radius: 8
-                        color: segment.level <= row.value ? row.tint : Theme.palette.neutralFill(0.07)
+                        color: segment.level <= row.value
+                               ? (segment.pressed ? Theme.alpha(row.tint, 0.78) : row.tint)
+                               : Theme.palette.neutralFill(segment.pressed ? 0.13
+                                                           : segment.hovered ? 0.11 : 0.07)
                         Behavior on color { ColorAnimation { duration: 120 * Theme.motion } }
+                        FocusRing { control: segment; baseRadius: 8 }
                     }
                 }
             }
@@ -65,7 +70,7 @@ Column {
             width: 30
             horizontalAlignment: Text.AlignRight
             text: row.high
-            font.pixelSize: 9
+            font.pixelSize: Math.max(9, Theme.smallTextMinimum)
             color: Theme.secondaryText
         }
     }

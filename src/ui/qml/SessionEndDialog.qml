@@ -16,6 +16,14 @@ Item {
     enabled: shown
     Behavior on opacity { NumberAnimation { duration: 180 * Theme.motion; easing.type: Easing.OutQuad } }
 
+    // A tap on the scrim means "continue", and so does Escape.
+    FocusTrap {
+        scope: layer
+        active: layer.shown
+        initialFocus: reviewButton
+        onEscapePressed: layer.continueChosen()
+    }
+
     Rectangle {
         objectName: "endDialog.scrim"
         anchors.fill: parent
@@ -23,6 +31,7 @@ Item {
         MouseArea {
             anchors.fill: parent
             acceptedButtons: Qt.AllButtons
+            hoverEnabled: true
             onClicked: layer.continueChosen()
             onWheel: (wheel) => wheel.accepted = true
         }
@@ -62,21 +71,34 @@ Item {
                     id: headTexts
                     anchors.left: leaf.right
                     anchors.leftMargin: 12
-                    anchors.right: closeButton.left
-                    anchors.rightMargin: 8
+                    // The subtitle runs under the close button, which only spans the title.
+                    anchors.right: parent.right
                     spacing: 4
                     Text {
+                        width: parent.width - closeButton.width - 8
                         text: "如何结束这一轮？"
                         font.pixelSize: 21
                         font.weight: Font.Bold
                         color: Theme.primaryText
+                        elide: Text.ElideRight
                     }
                     Text {
+                        id: subtitle
+                        objectName: "endDialog.subtitle"
+                        readonly property string full: "你可以保留已经完成的部分，也可以把这次尝试当作没有发生。"
                         width: parent.width
-                        text: "你可以保留已经完成的部分，也可以把这次尝试当作没有发生。"
+                        // Too long for one line, it breaks at the comma: two balanced lines
+                        // instead of a lone "生。" on the second.
+                        text: subtitleMetrics.width <= width ? full
+                              : "你可以保留已经完成的部分，\n也可以把这次尝试当作没有发生。"
                         font.pixelSize: 11
                         color: Theme.secondaryText
                         wrapMode: Text.WordWrap
+                        TextMetrics {
+                            id: subtitleMetrics
+                            font: subtitle.font
+                            text: subtitle.full
+                        }
                     }
                 }
                 AbstractButton {
@@ -88,13 +110,14 @@ Item {
                     height: 22
                     Accessible.role: Accessible.Button
                     Accessible.name: "继续专注"
-                    ToolTip.visible: hovered
-                    ToolTip.text: "继续专注"
+                    QuillToolTip { text: "继续专注"; shown: closeButton.hovered }
                     hoverEnabled: true
                     onClicked: layer.continueChosen()
                     background: Rectangle {
                         radius: 11
-                        color: Theme.palette.neutralFill(closeButton.hovered ? 0.09 : 0.05)
+                        color: Theme.palette.neutralFill(closeButton.pressed ? 0.13
+                                                         : closeButton.hovered ? 0.09 : 0.05)
+                        FocusRing { control: closeButton; baseRadius: 11 }
                     }
                     contentItem: SymbolIcon {
                         name: "xmark"
@@ -108,6 +131,7 @@ Item {
                 width: parent.width
                 spacing: 10
                 DecisionButton {
+                    id: reviewButton
                     objectName: "endDialog.review"
                     width: parent.width
                     text: "结束并记录"
@@ -136,11 +160,13 @@ Item {
                 Accessible.role: Accessible.Button
                 Accessible.name: text
                 onClicked: layer.continueChosen()
-                background: Item {}
+                hoverEnabled: true
+                background: FocusRing { control: backButton; baseRadius: 6 }
                 contentItem: Text {
                     text: backButton.text
                     font.pixelSize: 11
-                    color: Theme.secondaryText
+                    font.underline: backButton.hovered
+                    color: backButton.pressed ? Theme.primaryText : Theme.secondaryText
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter
                 }

@@ -38,7 +38,7 @@ Rectangle {
                 }
                 Text {
                     text: "Quillmere"
-                    font.pixelSize: 9
+                    font.pixelSize: Math.max(9, Theme.smallTextMinimum)
                     font.weight: Font.DemiBold
                     font.letterSpacing: 1
                     color: Theme.secondaryText
@@ -63,9 +63,13 @@ Rectangle {
                     Accessible.role: Accessible.Button
                     Accessible.name: modelData.title
                     onClicked: sidebar.shell.selectSection(index)
+                    hoverEnabled: true
                     background: Rectangle {
                         radius: 13
-                        color: row.selected ? Theme.palette.neutralFill(0.09) : "transparent"
+                        color: row.selected ? Theme.palette.neutralFill(row.pressed ? 0.12 : 0.09)
+                             : row.pressed ? Theme.palette.neutralFill(0.08)
+                             : row.hovered ? Theme.palette.neutralFill(0.05) : "transparent"
+                        FocusRing { control: row; baseRadius: 13; gap: 1 }
                     }
                     contentItem: Item {
                         SymbolIcon {
@@ -125,7 +129,7 @@ Rectangle {
                 spacing: 10
                 Text {
                     text: "今天"
-                    font.pixelSize: 10
+                    font.pixelSize: Math.max(10, Theme.smallTextMinimum)
                     font.weight: Font.Bold
                     font.letterSpacing: 1.2
                     color: Theme.secondaryText
@@ -154,7 +158,7 @@ Rectangle {
                             Text {
                                 anchors.baseline: metricValue.baseline
                                 text: metric.modelData.unit
-                                font.pixelSize: 10
+                                font.pixelSize: Math.max(10, Theme.smallTextMinimum)
                                 font.weight: Font.Medium
                                 color: Theme.secondaryText
                             }
@@ -185,11 +189,18 @@ Rectangle {
             objectName: "sidebar.appearance"
             width: parent.width
             height: 36
+            leftPadding: 4
             text: sidebar.shell.appearanceLabel
             Accessible.role: Accessible.Button
             Accessible.name: text
             onClicked: sidebar.shell.toggleAppearance()
-            background: Item {}
+            hoverEnabled: true
+            background: Rectangle {
+                radius: 10
+                color: appearanceButton.pressed ? Theme.palette.neutralFill(0.08)
+                     : appearanceButton.hovered ? Theme.palette.neutralFill(0.05) : "transparent"
+                FocusRing { control: appearanceButton; baseRadius: 10; gap: 1 }
+            }
             contentItem: Row {
                 spacing: 9
                 Rectangle {

@@ -27,7 +27,7 @@ Rectangle {
         }
         Text {
             text: box.label
-            font.pixelSize: 10
+            font.pixelSize: Math.max(10, Theme.smallTextMinimum)
             font.weight: Font.Medium
             color: Theme.secondaryText
         }

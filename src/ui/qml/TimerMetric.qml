@@ -22,7 +22,7 @@ Row {
         spacing: 1
         Text {
             text: metric.title
-            font.pixelSize: 10
+            font.pixelSize: Math.max(10, Theme.smallTextMinimum)
             font.weight: Font.Medium
             color: Theme.secondaryText
         }

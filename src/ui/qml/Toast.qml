@@ -12,7 +12,8 @@ Rectangle {
     width: row.implicitWidth + 32
     height: row.implicitHeight + 22
     radius: height / 2
-    color: Theme.alpha(Theme.panelStrong, Theme.dark ? 0.92 : 0.9)
+    // Opaque: the message reads the same over any screen.
+    color: Theme.floatingFill
     border.width: 1
     border.color: Theme.hairline
     Accessible.role: Accessible.AlertMessage
@@ -21,12 +22,12 @@ Rectangle {
     Behavior on y { NumberAnimation { duration: 220 * Theme.motion; easing.type: Easing.InOutQuad } }
     Behavior on opacity { NumberAnimation { duration: 220 * Theme.motion; easing.type: Easing.InOutQuad } }
 
-    // A thin material stand-in: the background colour under a translucent panel.
-    Rectangle {
+    SoftShadow {
         anchors.fill: parent
         radius: parent.radius
-        z: -1
-        color: Theme.alpha(Theme.background, 0.82)
+        spread: 10
+        offsetY: 3
+        strength: 0.7
     }
 
     Row {

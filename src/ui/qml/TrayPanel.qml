@@ -8,26 +8,38 @@ Window {
     id: panel
     property AppStore store
     flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
-    width: 270
-    height: content.implicitHeight + 32
+    // The window is the rounded panel plus a clear margin that holds its shadow.
+    readonly property int shadowMargin: 14
+    width: 270 + 2 * shadowMargin
+    height: content.implicitHeight + 32 + 2 * shadowMargin
     visible: false
-    color: Theme.background
+    color: "transparent"
     title: "Quillmere"
 
     MenuBarViewModel { id: menu; store: panel.store }
 
     Rectangle {
+        id: surface
+        objectName: "tray.surface"
         anchors.fill: parent
-        color: "transparent"
+        anchors.margins: panel.shadowMargin
+        radius: 14
+        color: Theme.background
         border.width: 1
         border.color: Theme.hairline
+        SoftShadow {
+            anchors.fill: parent
+            radius: parent.radius
+            spread: panel.shadowMargin - 2
+            offsetY: 4
+        }
     }
 
     Column {
         id: content
-        x: 16
-        y: 16
-        width: parent.width - 32
+        x: 16 + panel.shadowMargin
+        y: 16 + panel.shadowMargin
+        width: 270 - 32
         spacing: 14
 
         Row {
@@ -97,7 +109,6 @@ Window {
             }
             QuillPrimaryButton {
                 objectName: "tray.start"
-                implicitHeight: 38
                 text: menu.startTitle
                 onClicked: menu.start()
             }
@@ -134,7 +145,6 @@ Window {
                 id: ambientButton
                 objectName: "tray.ambient"
                 anchors.right: parent.right
-                implicitHeight: 32
                 text: menu.ambientButtonTitle
                 onClicked: menu.toggleAmbient()
             }

@@ -11,6 +11,7 @@
 #include <QIcon>
 #include <QPixmap>
 #include <QScreen>
+#include <QSurfaceFormat>
 #include <QSystemTrayIcon>
 
 namespace quill {
@@ -52,6 +53,12 @@ void TrayIcon::setPanel(QQuickWindow* panel) {
     if (m_panel)
         disconnect(m_panel, nullptr, this, nullptr);
     m_panel = panel;
+    if (m_panel) {
+        // The panel draws its own rounded outline and shadow on a clear window.
+        QSurfaceFormat format = m_panel->format();
+        format.setAlphaBufferSize(8);
+        m_panel->setFormat(format);
+    }
     if (m_panel)
         connect(m_panel, &QWindow::activeChanged, this, &TrayIcon::onPanelActiveChanged);
     Q_EMIT panelChanged();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -27,6 +28,9 @@ public:
     static bool contains(const QString& name);
     /// True for the outline-only names ("leaf") that share a glyph with their filled form.
     static bool isOutline(const QString& name);
+    /// For the few symbols the icon font has no good glyph for: an SVG of the symbol on a
+    /// 24-unit grid in `color`, to be drawn instead of the glyph; empty for the others.
+    Q_INVOKABLE static QString svg(const QString& name, const QColor& color);
     /// Every name in the table, in table order.
     static QStringList names();
 };

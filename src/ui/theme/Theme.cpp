@@ -2,7 +2,10 @@
 
 #include "ThemeColors.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <algorithm>
+#include <cmath>
 
 namespace quill {
 
@@ -17,6 +20,26 @@ void Theme::setDefaultMotion(double motion) {
 Theme::Theme(QObject* parent)
     : QObject(parent), m_palette(new ThemePalette(this)), m_motion(g_defaultMotion) {
     m_palette->setAppearance(m_appearance);
+    // The desktop's scale (QT_SCALE_FACTOR, Xft.dpi, per-screen factors) reaches Qt as the
+    // screen's device-pixel ratio; follow it, also when the window moves or it changes.
+    followScreen();
+    if (auto* app = qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        connect(app, &QGuiApplication::primaryScreenChanged, this, &Theme::followScreen);
+    if (QScreen* screen = QGuiApplication::primaryScreen())
+        connect(screen, &QScreen::logicalDotsPerInchChanged, this, &Theme::followScreen);
+}
+
+int Theme::smallTextMinimumFor(double devicePixelRatio) {
+    return devicePixelRatio < 1.75 ? 11 : 0;
+}
+
+void Theme::followScreen() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const int next = smallTextMinimumFor(screen ? screen->devicePixelRatio() : 1.0);
+    if (next == m_smallTextMinimum)
+        return;
+    m_smallTextMinimum = next;
+    Q_EMIT displayChanged();
 }
 
 void Theme::setDark(bool dark) {
@@ -74,10 +97,45 @@ QColor Theme::onAccent() const {
     return ThemeColors::onAccent.resolve(m_appearance);
 }
 
+QColor Theme::focusRing() const {
+    return ThemeColors::focusRing.resolve(m_appearance);
+}
+QColor Theme::floatingFill() const {
+    return over(panelStrong(), background());
+}
+QColor Theme::shadow() const {
+    // Dark windows need a deeper shadow to separate from an already dark backdrop.
+    return QColor::fromRgbF(0, 0, 0, dark() ? 0.5f : 0.22f);
+}
+
 QColor Theme::alpha(const QColor& color, double opacity) {
     QColor c = color;
-    c.setAlphaF(float(std::clamp(opacity, 0.0, 1.0)));
+    c.setAlphaF(float(color.alphaF() * std::clamp(opacity, 0.0, 1.0)));
     return c;
+}
+
+QColor Theme::over(const QColor& top, const QColor& bottom) {
+    const double ta = top.alphaF();
+    const double ba = bottom.alphaF();
+    const double a = ta + ba * (1.0 - ta);
+    if (a <= 0.0)
+        return QColor::fromRgbF(0, 0, 0, 0);
+    auto mix = [&](double t, double b) { return float((t * ta + b * ba * (1.0 - ta)) / a); };
+    return QColor::fromRgbF(mix(top.redF(), bottom.redF()), mix(top.greenF(), bottom.greenF()),
+                            mix(top.blueF(), bottom.blueF()), float(a));
+}
+
+double Theme::contrast(const QColor& a, const QColor& b) {
+    auto luminance = [](const QColor& c) {
+        auto channel = [](double v) {
+            return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * channel(c.redF()) + 0.7152 * channel(c.greenF()) +
+               0.0722 * channel(c.blueF());
+    };
+    const double la = luminance(a);
+    const double lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
 }
 
 } // namespace quill

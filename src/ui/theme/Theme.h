@@ -48,6 +48,18 @@ class Theme : public QObject {
     Q_PROPERTY(QColor hairline READ hairline NOTIFY appearanceChanged)
     /// Text on mint and coral fills.
     Q_PROPERTY(QColor onAccent READ onAccent NOTIFY appearanceChanged)
+    /// The keyboard focus ring around controls.
+    Q_PROPERTY(QColor focusRing READ focusRing NOTIFY appearanceChanged)
+    /// The opaque fill of floating messages (toasts, tooltips): the strong panel over the
+    /// background, so text on it reads the same whatever lies underneath.
+    Q_PROPERTY(QColor floatingFill READ floatingFill NOTIFY appearanceChanged)
+    /// The colour of drop shadows under dialogs and panels.
+    Q_PROPERTY(QColor shadow READ shadow NOTIFY appearanceChanged)
+    /// The smallest text size worth drawing on this display, in logical pixels: 11 where a
+    /// logical pixel is one device pixel or a little more (CJK strokes merge below that),
+    /// 0 on high-density displays, which draw every size as designed. Screens pass their
+    /// small sizes through Math.max(size, Theme.smallTextMinimum).
+    Q_PROPERTY(int smallTextMinimum READ smallTextMinimum NOTIFY displayChanged)
     /// Multiplier of every animation's duration: 1 in the app, 0 where frames are checked
     /// one by one (tests, screenshots), which makes every change land at once.
     Q_PROPERTY(double motion READ motion CONSTANT)
@@ -75,21 +87,37 @@ public:
     QColor secondaryText() const;
     QColor hairline() const;
     QColor onAccent() const;
+    QColor focusRing() const;
+    QColor floatingFill() const;
+    QColor shadow() const;
+
+    int smallTextMinimum() const { return m_smallTextMinimum; }
+    /// The floor for a display of this device-pixel ratio.
+    static int smallTextMinimumFor(double devicePixelRatio);
 
     double motion() const { return m_motion; }
     /// The motion of themes created from now on.
     static void setDefaultMotion(double motion);
 
-    /// `color` with its opacity replaced by `opacity` (0…1).
+    /// `color` seen through `opacity` (0…1): its own opacity multiplied, so a translucent
+    /// palette colour stays as faint as it was meant to be.
     Q_INVOKABLE static QColor alpha(const QColor& color, double opacity);
+    /// `top` painted over `bottom` (source-over); opaque when `bottom` is.
+    Q_INVOKABLE static QColor over(const QColor& top, const QColor& bottom);
+    /// The contrast ratio of two opaque colours (1…21), as legibility guidelines define it.
+    static double contrast(const QColor& a, const QColor& b);
 
 Q_SIGNALS:
     void appearanceChanged();
+    void displayChanged();
 
 private:
     AppearanceMode m_appearance = AppearanceMode::dark;
     ThemePalette* m_palette;
     double m_motion;
+    int m_smallTextMinimum = 0;
+
+    void followScreen();
 };
 
 } // namespace quill

@@ -22,5 +22,7 @@ inline constexpr AdaptiveColor gradientMiddle{0x101A1C, 1.0, 0xEDF4F0, 1.0};
 inline constexpr AdaptiveColor gradientEnd{0x11191B, 1.0, 0xF7F9F8, 1.0};
 /// Text on mint and coral fills, the same in both appearances.
 inline constexpr AdaptiveColor onAccent{0x0B1713, 1.0, 0x0B1713, 1.0};
+/// The keyboard focus ring: bright mint on dark, deep mint on light, clear of both backdrops.
+inline constexpr AdaptiveColor focusRing{0xA5F1D1, 1.0, 0x177A58, 1.0};
 
 } // namespace quill::ThemeColors

@@ -1,0 +1,52 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Quillmere
+
+// The themed tooltip: a small rounded label that appears after the usual hover delay and
+// sits below its control (above it near the window's bottom), so it never covers the
+// control it describes. Use as `ToolTip` replacement: QuillToolTip { text: ...; shown: hovered }.
+ToolTip {
+    id: tip
+    property bool shown: false
+    visible: shown && text !== ""
+    // The usual hover delay; none where frames are checked one by one.
+    delay: Theme.motion > 0 ? 700 : 0
+    timeout: 8000
+    // Below the control with a small gap; ToolTip flips it inside the window if needed.
+    x: parent ? (parent.width - width) / 2 : 0
+    y: parent ? parent.height + 6 : 0
+    width: Math.min(implicitWidth, 300)
+    margins: 6
+    padding: 0
+    topPadding: 6
+    bottomPadding: 6
+    leftPadding: 10
+    rightPadding: 10
+    font.pixelSize: 12
+
+    contentItem: Text {
+        text: tip.text
+        font: tip.font
+        color: Theme.primaryText
+        wrapMode: Text.WordWrap
+    }
+    background: Rectangle {
+        radius: 8
+        color: Theme.floatingFill
+        border.width: 1
+        border.color: Theme.hairline
+        SoftShadow {
+            anchors.fill: parent
+            radius: parent.radius
+            spread: 6
+            offsetY: 2
+            strength: 0.6
+        }
+    }
+    enter: Transition {
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: 120 * Theme.motion }
+    }
+    exit: Transition {
+        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: 90 * Theme.motion }
+    }
+}
