@@ -3,8 +3,9 @@
 //   rss_mb          resident memory with the main window open, after the measuring window
 //   cpu_percent     CPU time of the whole process over the measuring window, in % of one core
 // Options: --round starts a round through the store before measuring, --ambient starts the
-// ambient sound, --hidden hides the main window while measuring; --seconds N sets the
-// measuring window (default 30), which begins after --settle N seconds (default 5).
+// ambient sound (and prints how long starting it took), --hidden hides the main window while
+// measuring; --seconds N sets the measuring window (default 30), which begins after --settle N
+// seconds (default 5).
 // --locate NAME only prints the window coordinates of the item's centre (x y) and quits, so
 // measure.sh can click it in the real binary.
 #include "store/AppStore.h"
@@ -107,13 +108,30 @@ int main(int argc, char** argv) {
     QTimer::singleShot(settleMs, &app, [&] {
         if (round)
             runtime.store()->startSession();
-        if (ambient)
+        if (ambient) {
+            // Starting from rest brings up the audio system and opens the output.
+            QElapsedTimer play;
+            play.start();
             runtime.store()->toggleAmbientPlayback();
+            std::printf("ambient_play_ms=%.1f\n", play.nsecsElapsed() / 1e6);
+            std::fflush(stdout);
+        }
         if (hidden)
             runtime.mainWindow()->hide();
         cpuAtStart = cpuSeconds();
         wall.start();
     });
+    if (ambient) {
+        // A stop, its fade, then a play within the quiet spell: the audio system is still up.
+        QTimer::singleShot(settleMs + 1000, &app,
+                           [&] { runtime.store()->toggleAmbientPlayback(); });
+        QTimer::singleShot(settleMs + 5000, &app, [&] {
+            QElapsedTimer play;
+            play.start();
+            runtime.store()->toggleAmbientPlayback();
+            std::printf("ambient_replay_ms=%.1f\n", play.nsecsElapsed() / 1e6);
+        });
+    }
     QTimer::singleShot(settleMs + seconds * 1000, &app, [&] {
         const double cpu = cpuSeconds() - cpuAtStart;
         std::printf("cpu_percent=%.2f\n", 100.0 * cpu / (wall.elapsed() / 1000.0));

@@ -10,7 +10,9 @@
 #     core), rss_mb of the tree at its end, the number of threads, and wakeups_per_s (context
 #     switches of all threads); with PulseAudio also the daemon's own cpu_percent.
 # Then the harness bench_ui_app (the app's own start-up path with measuring hooks) for the
-# first painted frame and the same figures at rest, on the default (software) scene graph;
+# first painted frame and the same figures at rest, on the default (software) scene graph,
+# and for the time the first play of ambient sound after rest takes to start the output
+# (ambient_play_ms) and a play a few seconds after a stop (ambient_replay_ms);
 # BACKENDS="software opengl" adds the GL one. Defaults: 30 s windows after 5 s of settling.
 set -euo pipefail
 build=$(realpath "${1:?usage: measure.sh <build dir> [seconds] [settle seconds]}")
@@ -125,7 +127,7 @@ measure_state() {
             printf "\n" }'
 }
 
-# A private PulseAudio daemon with one null sink; prints its pid.
+# A private PulseAudio daemon with one null sink, exported to what runs next; sets pulse_pid.
 start_pulse() {
     local dir="$work/pulse"
     mkdir -p "$dir/runtime"
@@ -137,10 +139,10 @@ start_pulse() {
         --exit-idle-time=-1 --use-pid-file=no --disallow-exit=yes --log-target=stderr \
         -L "module-native-protocol-unix socket=$dir/native auth-anonymous=1" \
         -L "module-null-sink sink_name=quill_null" >"$dir/log" 2>&1 &
-    local p=$!
+    pulse_pid=$!
+    pids+=("$pulse_pid")
     for _ in $(seq 100); do pactl info >/dev/null 2>&1 && break; sleep 0.1; done
     pactl set-default-sink quill_null >/dev/null
-    echo "$p"
 }
 
 # Where the focus screen's start button is, asked of the harness (same window, same layout).
@@ -152,8 +154,8 @@ measure_real_app() {
     fresh_home "$audio"
     if [ "$audio" = pulse ]; then
         command -v pulseaudio >/dev/null || { echo "   (no pulseaudio installed)"; return; }
-        server=$(start_pulse)
-        pids+=("$server")
+        start_pulse
+        server=$pulse_pid
     else
         # No server to find and none to spawn: SDL falls back to ALSA, as on a bare system.
         export PULSE_SERVER="unix:$work/no-such-server" PULSE_CLIENTCONFIG="$work/none.conf"
@@ -164,7 +166,13 @@ measure_real_app() {
     "$app" >"$work/app.$audio.log" 2>&1 &
     pid=$!
     pids+=("$pid")
-    wid=$(xdotool search --sync --onlyvisible --pid "$pid" --name '^Quillmere$' | head -1)
+    # A Quillmere already running for this user takes over and this one quits at once.
+    wid=$(timeout 60 xdotool search --sync --onlyvisible --pid "$pid" --name '^Quillmere$' |
+        head -1) || true
+    if [ -z "$wid" ]; then
+        echo "no window: is another Quillmere running for this user?"
+        return
+    fi
     t1=$(date +%s%N)
     echo "window_ms=$(((t1 - t0) / 1000000))"
     measure_state rest "$pid" "$server"
@@ -181,6 +189,17 @@ for audio in none pulse; do
     echo "== quillmere, sound server: $audio"
     measure_real_app "$audio" | sed 's/^/   /'
 done
+
+if command -v pulseaudio >/dev/null; then
+    fresh_home harness-sound
+    echo "== harness (bench_ui_app), first play of ambient sound after rest, PulseAudio"
+    start_pulse
+    server=$pulse_pid
+    timeout $((seconds + settle + 30)) "$harness" --ambient --settle "$settle" --seconds 8 |
+        grep ambient_ | sed 's/^/   /'
+    kill "$server"; wait "$server" 2>/dev/null || true
+    unset PULSE_SERVER PULSE_CLIENTCONFIG PULSE_RUNTIME_PATH
+fi
 
 for backend in $backends; do
     if [ "$backend" = opengl ]; then

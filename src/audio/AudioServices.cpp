@@ -16,7 +16,10 @@ std::shared_ptr<SoundPlayer> createSoundPlayer() {
 
 std::shared_ptr<AmbientOutput> createAmbientOutput() {
     AmbientPlayer::Environment env;
-    env.device = std::make_shared<SdlAudioDevice>();
+    auto device = std::make_shared<SdlAudioDevice>();
+    // The first play must not wait for the audio system (a sound server takes ~0.2 s).
+    device->prepareInBackground();
+    env.device = device;
     env.scheduler = std::make_shared<PreciseTimerScheduler>();
     return std::make_shared<AmbientPlayer>(std::move(env));
 }

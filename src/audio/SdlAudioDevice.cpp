@@ -5,6 +5,7 @@
 #include <SDL.h>
 
 #include <mutex>
+#include <string_view>
 
 namespace quill {
 
@@ -25,15 +26,33 @@ QString sdlError() {
 SdlAudioDevice::SdlAudioDevice() = default;
 
 SdlAudioDevice::~SdlAudioDevice() {
-    release();
+    if (m_preparer.joinable())
+        m_preparer.join();
+    stop();
+    std::lock_guard lock(sdlMutex());
+    if (m_initialised)
+        SDL_QuitSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS);
 }
 
 void SdlAudioDevice::release() {
     stop();
     std::lock_guard lock(sdlMutex());
-    if (m_initialised)
+    if (m_initialised && !m_keepWhenIdle) {
         SDL_QuitSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS);
-    m_initialised = false;
+        m_initialised = false;
+    }
+}
+
+void SdlAudioDevice::prepareInBackground() {
+    if (m_preparer.joinable())
+        return;
+    m_preparer = std::thread([this] {
+        std::lock_guard lock(sdlMutex());
+        if (ensureInitialised(nullptr) && !m_keepWhenIdle) {
+            SDL_QuitSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS);
+            m_initialised = false;
+        }
+    });
 }
 
 bool SdlAudioDevice::ensureInitialised(QString* error) {
@@ -48,6 +67,9 @@ bool SdlAudioDevice::ensureInitialised(QString* error) {
         return false;
     }
     m_initialised = true;
+    // ALSA's backend wakes every 100 ms to look for new devices; a sound server tells.
+    const char* driver = SDL_GetCurrentAudioDriver();
+    m_keepWhenIdle = driver && std::string_view(driver) != "alsa";
     return true;
 }
 

@@ -3,13 +3,15 @@
 #include "audio/AudioDevice.h"
 
 #include <cstdint>
+#include <thread>
 
 namespace quill {
 
 /// The default output through SDL2's audio subsystem (only that subsystem). Opened as the
 /// default device, so the sound server moves the stream between outputs by itself; a removed
-/// device or a changed preferred rate is reported through takeEvent(). The subsystem is
-/// started on first use and quit again by release(): while it runs, SDL watches for devices.
+/// device or a changed preferred rate is reported through takeEvent(). release() quits the
+/// subsystem when its backend polls for devices while idle (ALSA's hot-plug thread); a sound
+/// server's backend waits for events and stays, so the next start is quick.
 class SdlAudioDevice final : public AudioDevice {
 public:
     SdlAudioDevice();
@@ -23,12 +25,17 @@ public:
     void release() override;
     bool isRunning() const override { return m_device != 0; }
     Event takeEvent() override;
+    /// Brings the audio system up on a thread of its own, so the first start is quick; a
+    /// backend that would poll while idle is let go again at once.
+    void prepareInBackground();
 
 private:
     bool ensureInitialised(QString* error);
     static void callback(void* self, std::uint8_t* stream, int length);
 
     bool m_initialised = false;
+    bool m_keepWhenIdle = false; // the backend costs nothing while no device is open
+    std::thread m_preparer;
     std::uint32_t m_device = 0;
     double m_rate = 0.0;
     AudioRenderer* m_renderer = nullptr;
