@@ -25,12 +25,13 @@ struct DaySpan {
     bool contains(qint64 t) const { return t >= start && t < end; }
 };
 
-qint64 startOfDayMs(const QDate& day) {
-    return day.startOfDay().toMSecsSinceEpoch();
+DaySpan daySpan(LocalDayStarts& starts, const QDate& day) {
+    return {starts.startMs(day), starts.startMs(day.addDays(1))};
 }
 
 DaySpan daySpan(const QDate& day) {
-    return {startOfDayMs(day), startOfDayMs(day.addDays(1))};
+    LocalDayStarts starts;
+    return daySpan(starts, day);
 }
 
 qint64 startMs(const StudySession& s) {
@@ -135,6 +136,7 @@ qint64 streakDays(const QList<StudySession>& sessions, const QDateTime& now) {
 
 QList<DaySummary> weeklySummaries(const QList<StudySession>& sessions, const QDateTime& now) {
     const QDate today = localDay(now);
+    LocalDayStarts starts;
     QList<DaySummary> rows;
     std::vector<DaySpan> spans;
     for (int offset = -6; offset <= 0; ++offset) {
@@ -142,9 +144,9 @@ QList<DaySummary> weeklySummaries(const QList<StudySession>& sessions, const QDa
         if (!day.isValid())
             continue;
         DaySummary row;
-        row.date = day.startOfDay();
+        spans.push_back(daySpan(starts, day));
+        row.date = QDateTime::fromMSecsSinceEpoch(spans.back().start, Qt::LocalTime);
         rows.append(row);
-        spans.push_back(daySpan(day));
     }
     for (const StudySession& s : sessions) {
         const qint64 t = startMs(s);

@@ -1,58 +1,69 @@
 #include "model/LocalDayStarts.h"
 
 #include <QDateTime>
+#include <algorithm>
 
 namespace quill {
 
-qint64 LocalDayStarts::exact(qint64 julianDay) {
-    auto it = m_anchors.find(julianDay);
-    if (it == m_anchors.end())
-        it = m_anchors
-                 .emplace(julianDay,
-                          QDate::fromJulianDay(julianDay).startOfDay().toMSecsSinceEpoch())
-                 .first;
-    return it->second;
+namespace {
+constexpr qint64 kEpochJulianDay = 2440588; // 1970-01-01
+/// Days beyond this distance from the epoch are far outside any time-zone data (and near
+/// where milliseconds overflow); they get the offset of their own midnight.
+constexpr qint64 kFarDays = 100'000'000;
+
+qint64 floorDiv(qint64 a, qint64 b) {
+    return a / b - ((a % b != 0) && ((a < 0) != (b < 0)) ? 1 : 0);
 }
 
-void LocalDayStarts::verify(qint64 earlierDay, qint64 laterDay) {
-    const qint64 span = exact(laterDay) - exact(earlierDay);
-    if (laterDay - earlierDay <= 1 || span == (laterDay - earlierDay) * kDayMs)
-        return;
-    const qint64 middle = earlierDay + (laterDay - earlierDay) / 2;
-    exact(middle);
-    verify(earlierDay, middle);
-    verify(middle, laterDay);
+QDateTime utc(qint64 ms) {
+    return QDateTime::fromMSecsSinceEpoch(ms, QTimeZone::utc());
 }
+} // namespace
 
-LocalDayStarts::Island& LocalDayStarts::islandFor(qint64 day) {
-    for (Island& island : m_islands)
-        if (day >= island.first - kFarDays && day <= island.last + kFarDays)
-            return island;
-    // A day far from every checked range (a stray date in an imported file, or the first
-    // day asked for) starts a range of its own instead of a walk all the way to it.
-    exact(day);
-    return m_islands.emplace_back(Island{day, day});
+LocalDayStarts::LocalDayStarts() : m_zone(QTimeZone::systemTimeZone()) {}
+
+const LocalDayStarts::Segments& LocalDayStarts::segmentsFor(qint64 block) {
+    if (m_last && block == m_lastBlock)
+        return *m_last;
+    auto it = m_blocks.find(block);
+    if (it == m_blocks.end()) {
+        const qint64 first = block * kBlockDays * kDayMs - kMarginMs;
+        const qint64 last = (block + 1) * kBlockDays * kDayMs + kMarginMs;
+        Segments segments{{first, qint64(m_zone.offsetFromUtc(utc(first))) * 1000}};
+        for (const QTimeZone::OffsetData& change : m_zone.transitions(utc(first + 1), utc(last)))
+            segments.push_back(
+                {change.atUtc.toMSecsSinceEpoch(), qint64(change.offsetFromUtc) * 1000});
+        it = m_blocks.emplace(block, std::move(segments)).first;
+    }
+    m_lastBlock = block;
+    m_last = &it->second;
+    return *m_last;
 }
 
 qint64 LocalDayStarts::startMs(const QDate& date) {
     if (!date.isValid())
-        return 0; // an unset date counts as the epoch's day, never as a walk to it
-    const qint64 day = date.toJulianDay();
-    Island& island = islandFor(day);
-    // Extend the checked range in whole stretches until it covers the day.
-    while (day < island.first) {
-        verify(island.first - kStretch, island.first);
-        island.first -= kStretch;
+        return 0; // an unset date counts as the epoch's day
+    const qint64 day = date.toJulianDay() - kEpochJulianDay;
+    if (day > kFarDays || day < -kFarDays) {
+        const qint64 midnight = day * kDayMs;
+        return midnight - qint64(m_zone.offsetFromUtc(utc(midnight))) * 1000;
     }
-    while (day > island.last) {
-        verify(island.last, island.last + kStretch);
-        island.last += kStretch;
+    // Local midnight read as if it were UTC; an instant's local date is `date` or later once
+    // the instant plus its offset reaches it.
+    const qint64 midnight = day * kDayMs;
+    const Segments& segments = segmentsFor(floorDiv(day, kBlockDays));
+    // Runs in time order: the first one holding such an instant holds the earliest.
+    auto run = std::upper_bound(segments.begin(), segments.end(), midnight - kMarginMs,
+                                [](qint64 t, const Segment& s) { return t < s.fromMs; });
+    if (run != segments.begin())
+        --run;
+    for (; run != segments.end(); ++run) {
+        const qint64 candidate = std::max(run->fromMs, midnight - run->offsetMs);
+        const auto next = run + 1;
+        if (next == segments.end() || candidate < next->fromMs)
+            return candidate;
     }
-    // The nearest anchor at or after the day. It lies in a checked stretch of this range,
-    // even when it was set by another range grown into this one, so no offset changes
-    // between them.
-    const auto anchor = m_anchors.lower_bound(day);
-    return anchor->second - (anchor->first - day) * kDayMs;
+    return midnight; // not reached: the last run is open-ended
 }
 
 } // namespace quill

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDate>
+#include <QTimeZone>
 #include <map>
 #include <vector>
 
@@ -8,34 +9,38 @@ namespace quill {
 
 /// The first instant of local calendar days, for walks over many consecutive days.
 ///
-/// A local-time conversion costs a time-zone lookup (with TZ unset, a stat of /etc/localtime
-/// each time). Most days are exactly 24 hours long, so days are derived from a few exact
-/// anchors: a stretch between two anchors whose length is a whole number of 24-hour days
-/// holds no change of UTC offset, and only stretches that do are split further. This assumes
-/// no zone changes its offset and back again within a month.
+/// A day starts at the earliest instant whose local date is that day (or a later one, so a
+/// day a zone skipped starts, and ends, where the next day starts). On a day whose midnight
+/// repeats after falling back, that is the first midnight. Offsets come from the system zone's
+/// transitions, read once per stretch of days and kept, so a walk over years of history costs
+/// a few time-zone lookups, not one per day.
 class LocalDayStarts {
 public:
+    LocalDayStarts();
+
     /// Milliseconds since the epoch at which `day` begins in local time.
     qint64 startMs(const QDate& day);
 
 private:
-    /// Julian days whose every stretch between anchors has been checked.
-    struct Island {
-        qint64 first;
-        qint64 last;
+    /// A run of instants from `fromMs` on with one UTC offset.
+    struct Segment {
+        qint64 fromMs;
+        qint64 offsetMs;
     };
+    /// The offsets over every instant that can begin one of a block of days.
+    using Segments = std::vector<Segment>;
 
-    qint64 exact(qint64 julianDay);
-    /// The checked range that reaches the day within kFarDays, or a new one at the day.
-    Island& islandFor(qint64 day);
-    /// Makes the days between two exact anchors derivable from the later one.
-    void verify(qint64 earlierDay, qint64 laterDay);
+    const Segments& segmentsFor(qint64 block);
 
     static constexpr qint64 kDayMs = 24 * 3600 * 1000;
-    static constexpr qint64 kStretch = 32;  ///< days between anchors before checking
-    static constexpr qint64 kFarDays = 800; ///< beyond this, a day starts a range of its own
-    std::map<qint64, qint64> m_anchors;     ///< julian day → exact start
-    std::vector<Island> m_islands;          ///< a few at most: strays are rare
+    static constexpr qint64 kBlockDays = 256;
+    /// Wider than any UTC offset, so the instants a day can start at lie within its block's.
+    static constexpr qint64 kMarginMs = 2 * kDayMs;
+
+    QTimeZone m_zone;
+    std::map<qint64, Segments> m_blocks; ///< block of days → its segments
+    qint64 m_lastBlock = 0;
+    const Segments* m_last = nullptr;
 };
 
 } // namespace quill

@@ -160,5 +160,37 @@ TEST(StreakInADaylightSavingZone, DaysAreCalendarDaysAcrossTheChange) {
     EXPECT_EQ(Statistics::streakDays(daily, now), 500);
 }
 
+TEST(DaysInZonesWithShortOrRepeatedChanges, SessionsCountOnTheirLocalCalendarDay) {
+    auto at = [](const char* isoUtc) {
+        return SessionBuilder(QDateTime::fromString(QString::fromLatin1(isoUtc), Qt::ISODate));
+    };
+    {
+        // Havana falls back from 01:00 to 00:00 on 3 November 2019: 00:15 summer time (04:15Z)
+        // is already that day, as is the 00:15 an hour later.
+        ScopedTimeZone zone("America/Havana");
+        const QDateTime now =
+            QDateTime::fromString(QStringLiteral("2019-11-03T17:00:00Z"), Qt::ISODate);
+        const QList<StudySession> sessions{at("2019-11-03T04:15:00Z"), at("2019-11-03T05:15:00Z"),
+                                           at("2019-11-02T16:00:00Z")};
+        EXPECT_EQ(Statistics::todaySessions(sessions, now).size(), 2);
+        EXPECT_EQ(Statistics::streakDays(sessions, now), 2) << "2 and 3 November";
+        EXPECT_EQ(Statistics::weeklySummaries(sessions, now).last().sessions, 2);
+    }
+    {
+        // Fiji kept summer time (+13) only from 20 December 2020 to 17 January 2021; a
+        // session every day at 00:30 runs through it unbroken.
+        ScopedTimeZone zone("Pacific/Fiji");
+        const QDateTime now(QDate(2021, 1, 20), QTime(12, 0), Qt::LocalTime);
+        QList<StudySession> daily;
+        for (QDate day(2020, 12, 1); day <= now.date(); day = day.addDays(1))
+            daily << StudySession(SessionBuilder(QDateTime(day, QTime(0, 30), Qt::LocalTime)));
+        EXPECT_EQ(Statistics::streakDays(daily, now), 51);
+        const QDateTime inSummer(QDate(2021, 1, 10), QTime(14, 0), Qt::LocalTime);
+        EXPECT_EQ(Statistics::todaySessions(daily, inSummer).size(), 1);
+        EXPECT_EQ(Statistics::weeklySummaries(daily, inSummer).last().date.date(),
+                  QDate(2021, 1, 10));
+    }
+}
+
 } // namespace
 } // namespace quill
