@@ -8,6 +8,7 @@
 //   delete_frame_ms            removing one session → the next frame on screen
 //   rss_focus_mb / rss_both_mb resident memory on the focus screen, then after both screens
 // Usage: bench_insights_screens [--sessions N]; run under X by measure.sh.
+#include "../ProcessUsage.h"
 #include "storage/Persistence.h"
 #include "store/AppStore.h"
 #include "ui/UiModule.h"
@@ -27,17 +28,10 @@
 
 using namespace quill;
 
-namespace {
+using quill::bench::cpuSeconds;
+using quill::bench::residentMb;
 
-double residentMb() {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray& line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    return -1;
-}
+namespace {
 
 // A plausible history: a few rounds a day going back, a dozen tasks, some notes and events.
 QList<StudySession> history(int count, const QDateTime& now) {

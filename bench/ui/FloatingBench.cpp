@@ -6,6 +6,7 @@
 //                         round, in % of one core, over the measuring window
 // Options: --seconds N sets the measuring window (default 20); --signals shows the two
 // signal buttons as well.
+#include "../ProcessUsage.h"
 #include "store/AppStore.h"
 #include "ui/UiModule.h"
 #include "ui/shell/DesktopServices.h"
@@ -20,26 +21,8 @@
 #include <cstdio>
 #include <sys/resource.h>
 
-namespace {
-
-double cpuSeconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_utime.tv_sec + usage.ru_utime.tv_usec / 1e6 + usage.ru_stime.tv_sec +
-           usage.ru_stime.tv_usec / 1e6;
-}
-
-double residentMb() {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray& line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    return -1;
-}
-
-} // namespace
+using quill::bench::cpuSeconds;
+using quill::bench::residentMb;
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);

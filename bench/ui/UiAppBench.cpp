@@ -8,6 +8,7 @@
 // seconds (default 5).
 // --locate NAME only prints the window coordinates of the item's centre (x y) and quits, so
 // measure.sh can click it in the real binary.
+#include "../ProcessUsage.h"
 #include "store/AppStore.h"
 #include "ui/UiModule.h"
 #include "ui/shell/DesktopServices.h"
@@ -25,6 +26,9 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+using quill::bench::cpuSeconds;
+using quill::bench::residentMb;
+
 namespace {
 
 // Milliseconds since this process was started by the kernel, from its start tick.
@@ -40,23 +44,6 @@ double msSinceProcessStart() {
     clock_gettime(CLOCK_BOOTTIME, &boot);
     const double nowMs = boot.tv_sec * 1000.0 + boot.tv_nsec / 1e6;
     return nowMs - startTicks * 1000.0 / double(sysconf(_SC_CLK_TCK));
-}
-
-double cpuSeconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_utime.tv_sec + usage.ru_utime.tv_usec / 1e6 + usage.ru_stime.tv_sec +
-           usage.ru_stime.tv_usec / 1e6;
-}
-
-double residentMb() {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray& line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    return -1;
 }
 
 } // namespace

@@ -2,9 +2,6 @@
 
 #include "audio/music/MusicLog.h"
 
-#include <QPointer>
-#include <QThreadPool>
-
 namespace quill {
 
 namespace {
@@ -48,21 +45,7 @@ void MprisNetEaseRequest::run() {
 }
 
 void MprisNetEaseRequest::launch() {
-    // Reading desktop entries and forking the client happen on a pool thread. The answer
-    // comes back queued to a relay in this thread, and is dropped if the request is gone.
-    std::shared_ptr<QObject> relay(new QObject, [](QObject* o) { o->deleteLater(); });
-    QThreadPool::globalInstance()->start(
-        [relay, launcher = m_launcher, self = QPointer<MprisNetEaseRequest>(this)]() mutable {
-            const NetEaseLauncher::Result result = launcher->launchInBackground();
-            QMetaObject::invokeMethod(
-                relay.get(),
-                [self, result] {
-                    if (self)
-                        self->launched(result);
-                },
-                Qt::QueuedConnection);
-            relay.reset();
-        });
+    launchInBackground(m_launcher, [this](NetEaseLauncher::Result result) { launched(result); });
 }
 
 void MprisNetEaseRequest::launched(NetEaseLauncher::Result result) {

@@ -2,9 +2,6 @@
 
 #include "audio/music/MusicLog.h"
 
-#include <QPointer>
-#include <QThreadPool>
-
 namespace quill {
 
 namespace {
@@ -69,21 +66,7 @@ void MprisPlayerRequest::proceed() {
 }
 
 void MprisPlayerRequest::launch() {
-    // Reading desktop entries and forking the player happen on a pool thread; the answer is
-    // queued back to this thread and dropped if the request is gone by then.
-    std::shared_ptr<QObject> relay(new QObject, [](QObject* o) { o->deleteLater(); });
-    QThreadPool::globalInstance()->start(
-        [relay, launcher = m_launcher, self = QPointer<MprisPlayerRequest>(this)]() mutable {
-            const NetEaseLauncher::Result result = launcher->launchInBackground();
-            QMetaObject::invokeMethod(
-                relay.get(),
-                [self, result] {
-                    if (self)
-                        self->launched(result);
-                },
-                Qt::QueuedConnection);
-            relay.reset();
-        });
+    launchInBackground(m_launcher, [this](NetEaseLauncher::Result result) { launched(result); });
 }
 
 void MprisPlayerRequest::launched(NetEaseLauncher::Result result) {

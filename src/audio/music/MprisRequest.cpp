@@ -4,6 +4,8 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
+#include <QPointer>
+#include <QThreadPool>
 
 namespace quill {
 
@@ -162,6 +164,25 @@ void MprisRequest::finish(const MusicOutcome& outcome) {
     deleteLater();
     if (m_completion)
         m_completion(outcome);
+}
+
+void MprisRequest::launchInBackground(std::shared_ptr<NetEaseLauncher> launcher,
+                                      std::function<void(NetEaseLauncher::Result)> done) {
+    // The answer is queued to a relay living on this thread, then checked against the request.
+    std::shared_ptr<QObject> relay(new QObject, [](QObject* o) { o->deleteLater(); });
+    QThreadPool::globalInstance()->start([relay, launcher = std::move(launcher),
+                                          done = std::move(done),
+                                          self = QPointer<MprisRequest>(this)]() mutable {
+        const NetEaseLauncher::Result result = launcher->launchInBackground();
+        QMetaObject::invokeMethod(
+            relay.get(),
+            [self, done, result] {
+                if (self && !self->isFinished())
+                    done(result);
+            },
+            Qt::QueuedConnection);
+        relay.reset();
+    });
 }
 
 } // namespace quill

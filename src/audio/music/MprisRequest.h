@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/music/MprisProtocol.h"
+#include "audio/music/NetEaseLauncher.h"
 #include "store/MusicPlayer.h"
 #include "store/Scheduler.h"
 
@@ -61,6 +62,11 @@ protected:
     void listPlayers(PlayersHandler done);
     /// The Player interface's state; nothing when the player did not answer sensibly.
     void readPlayerState(const QString& service, StateHandler done);
+
+    /// Starts `launcher` on a pool thread (reading desktop entries and forking must not block
+    /// the UI thread); `done` runs back on this thread, and not at all if the request is gone.
+    void launchInBackground(std::shared_ptr<NetEaseLauncher> launcher,
+                            std::function<void(NetEaseLauncher::Result)> done);
 
     void succeed(const QString& text);
     void fail(const QString& message);
