@@ -86,6 +86,7 @@ void FocusTrap::engage() {
     // Installed last, so asked first: a layer opened over another one holds the keyboard.
     m_window->removeEventFilter(this);
     m_window->installEventFilter(this);
+    m_filtered = m_window.get();
     // The layer's controls become enabled and visible in the same pass that activates it;
     // take the focus once they have.
     QMetaObject::invokeMethod(
@@ -111,6 +112,7 @@ void FocusTrap::release() {
     if (!m_window)
         return;
     m_window->removeEventFilter(this);
+    m_filtered = nullptr;
     QPointer<QQuickWindow> window = m_window;
     QPointer<QQuickItem> returnTo = m_returnTo;
     QPointer<QQuickItem> fallback = m_fallback;
@@ -144,7 +146,7 @@ void FocusTrap::release() {
 }
 
 bool FocusTrap::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != m_window || !m_active)
+    if (watched != m_filtered || !m_active)
         return QObject::eventFilter(watched, event);
     const QEvent::Type type = event->type();
     if (type == QEvent::MouseButtonPress || type == QEvent::TouchBegin)

@@ -63,6 +63,9 @@ private:
     // was opened from a layer that has closed meanwhile (end dialog -> review sheet).
     QPointer<QQuickItem> m_fallback;
     QPointer<QQuickWindow> m_window;
+    // The filtered window, only ever compared: events still arrive while the window is being
+    // destroyed, when it is no longer a QQuickWindow and m_window cannot be read.
+    const QObject* m_filtered = nullptr;
     bool m_active = false;
     // The last input while active came from the keyboard: the focus it gives back shows its ring.
     bool m_keyboardLast = true;
