@@ -14,7 +14,16 @@ AmbientMixer::AmbientMixer() {
 }
 
 void AmbientMixer::setSampleRate(double sampleRate) {
+    m_sampleRate = sampleRate;
     m_limiter.setSampleRate(sampleRate);
+    m_loopResampler.setRates(m_loopRate, m_sampleRate);
+    m_loopResampler.reset();
+    m_loopPos = kLoopBlockFrames;
+}
+
+void AmbientMixer::setLoopRate(double loopRate) {
+    m_loopRate = loopRate;
+    setSampleRate(m_sampleRate);
 }
 
 void AmbientMixer::attachVoice(int slot, LoopVoice* voice) {
@@ -39,6 +48,40 @@ void AmbientMixer::render(float* interleaved, int frames) {
     }
 }
 
+void AmbientMixer::mixLoops(int frames) {
+    if (m_loopResampler.passesThrough()) {
+        for (auto& slot : m_voices)
+            if (LoopVoice* voice = slot.load(std::memory_order_acquire))
+                voice->mixInto(m_left, m_right, frames);
+        return;
+    }
+    // Nothing was ever attached (brown noise alone): no conversion to pay for.
+    if (std::none_of(m_voices.begin(), m_voices.end(),
+                     [](const auto& slot) { return slot.load(std::memory_order_relaxed); }))
+        return;
+    for (int i = 0; i < frames; ++i) {
+        while (m_loopResampler.needsInput()) {
+            if (m_loopPos == kLoopBlockFrames)
+                mixLoopBlock();
+            m_loopResampler.push(m_loopLeft[m_loopPos], m_loopRight[m_loopPos]);
+            ++m_loopPos;
+        }
+        float l, r;
+        m_loopResampler.next(l, r);
+        m_left[i] += l;
+        m_right[i] += r;
+    }
+}
+
+void AmbientMixer::mixLoopBlock() {
+    std::fill(std::begin(m_loopLeft), std::end(m_loopLeft), 0.0f);
+    std::fill(std::begin(m_loopRight), std::end(m_loopRight), 0.0f);
+    for (auto& slot : m_voices)
+        if (LoopVoice* voice = slot.load(std::memory_order_acquire))
+            voice->mixInto(m_loopLeft, m_loopRight, kLoopBlockFrames);
+    m_loopPos = 0;
+}
+
 void AmbientMixer::renderBlock(float* out, int frames) {
     std::fill(m_left, m_left + frames, 0.0f);
     std::fill(m_right, m_right + frames, 0.0f);
@@ -50,9 +93,7 @@ void AmbientMixer::renderBlock(float* out, int frames) {
             m_right[i] += m_noiseRight[i];
         }
     }
-    for (auto& slot : m_voices)
-        if (LoopVoice* voice = slot.load(std::memory_order_acquire))
-            voice->mixInto(m_left, m_right, frames);
+    mixLoops(frames);
 
     // Glide from the last master level to the new one across the block.
     const float target = m_master.load(std::memory_order_relaxed);

@@ -2,6 +2,7 @@
 
 #include "audio/AudioRenderer.h"
 #include "audio/PeakLimiter.h"
+#include "audio/Resampler.h"
 
 #include <array>
 #include <atomic>
@@ -11,8 +12,9 @@ namespace quill {
 class BrownNoiseGenerator;
 class LoopVoice;
 
-/// The ambient mixing graph rendered on the audio thread: looping voices and the brown-noise
-/// source summed on a bus, the bus at the ramped master level, then the peak limiter.
+/// The ambient mixing graph rendered on the audio thread: looping voices summed at the rate of
+/// the recordings and converted to the output's rate once, as one stream, plus the brown-noise
+/// source made at the output's rate; the sum at the ramped master level, then the peak limiter.
 /// Sources are published through atomic pointers; they are only taken away while the device
 /// is stopped, so the audio thread never waits for the main thread.
 class AmbientMixer final : public AudioRenderer {
@@ -23,8 +25,10 @@ public:
     AmbientMixer();
 
     // Main thread.
-    /// Only while the device is stopped.
+    /// The output's rate; only while the device is stopped. Forgets the loops' last block.
     void setSampleRate(double sampleRate);
+    /// The rate the voices' chunks are made at; only while the device is stopped.
+    void setLoopRate(double loopRate);
     void attachVoice(int slot, LoopVoice* voice);
     void attachNoise(BrownNoiseGenerator* generator);
     /// Only while the device is stopped.
@@ -37,13 +41,23 @@ public:
 
 private:
     void renderBlock(float* interleaved, int frames);
+    void mixLoops(int frames);
+    void mixLoopBlock();
 
     std::array<std::atomic<LoopVoice*>, kVoiceSlots> m_voices;
     std::atomic<BrownNoiseGenerator*> m_noise{nullptr};
     std::atomic<float> m_master{0.0f};
 
+    double m_sampleRate = 48000.0;
+    double m_loopRate = 48000.0;
+
     // Audio-thread state.
+    static constexpr int kLoopBlockFrames = 256;
     float m_renderMaster = 0.0f;
+    Resampler m_loopResampler;
+    int m_loopPos = kLoopBlockFrames; // next frame of the loops' block; all used up
+    alignas(32) float m_loopLeft[kLoopBlockFrames];
+    alignas(32) float m_loopRight[kLoopBlockFrames];
     PeakLimiter m_limiter;
     alignas(32) float m_left[kBlockFrames];
     alignas(32) float m_right[kBlockFrames];

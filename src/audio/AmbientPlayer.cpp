@@ -30,8 +30,9 @@ AmbientPlayer::AmbientPlayer(Environment environment) : m_env(std::move(environm
     m_noiseLevel.store(0.0f, std::memory_order_relaxed);
     // The output's rate is read when it is started: asking now would bring up the audio
     // system (and its device polling) in an app that may never play.
+    m_mixer.setLoopRate(m_env.loopRate);
     m_mixer.setSampleRate(m_sampleRate);
-    m_env.streamer->setOutputRate(m_sampleRate);
+    m_env.streamer->setOutputRate(m_env.loopRate);
     m_mixer.setMasterVolume(0.0f);
 }
 
@@ -88,7 +89,6 @@ void AmbientPlayer::connectOutput() {
     }
     m_sampleRate = rate;
     m_mixer.setSampleRate(m_sampleRate);
-    m_env.streamer->setOutputRate(m_sampleRate);
 }
 
 void AmbientPlayer::attachNoise() {

@@ -34,6 +34,9 @@ public:
         /// Decodes the recordings; a threaded one is made when absent.
         std::shared_ptr<SegmentStreamer> streamer;
         AmbientResources resources;
+        /// The rate the recordings are mixed at: each file is converted to it on its own only
+        /// when it was made at another rate, and their sum once to the output's rate.
+        double loopRate = AmbientResources::kRecordingRate;
         /// Uniform in [0, 1); the system generator when absent.
         std::function<double()> unitRandom;
         /// Seed of each new brown-noise generator; the system generator when absent.
@@ -46,6 +49,10 @@ public:
                                                                   std::chrono::milliseconds(17),
                                                                   std::chrono::milliseconds(16)};
     static constexpr std::chrono::milliseconds kServicePeriod{50};
+    /// Ambient sound only fades, over tenths of a second, so the output can take it in passes
+    /// of 85 ms at 48 kHz: a quarter of the audio thread's wake-ups of 1024-frame passes, and
+    /// under half its CPU with a sound server.
+    static constexpr int kOutputBufferFrames = 4096;
     /// How long the audio system and the decoder thread stay after the output stopped, so
     /// a quick pause and resume does not pay for bringing them back.
     static constexpr std::chrono::milliseconds kReleaseDelay{10000};

@@ -16,7 +16,7 @@ std::shared_ptr<SoundPlayer> createSoundPlayer() {
 
 std::shared_ptr<AmbientOutput> createAmbientOutput() {
     AmbientPlayer::Environment env;
-    auto device = std::make_shared<SdlAudioDevice>();
+    auto device = std::make_shared<SdlAudioDevice>(AmbientPlayer::kOutputBufferFrames);
     // The first play must not wait for the audio system (a sound server takes ~0.2 s).
     device->prepareInBackground();
     env.device = device;

@@ -15,7 +15,7 @@ namespace quill {
 class LoopVoice {
 public:
     static constexpr int kChunkFrames = 1024;
-    static constexpr std::size_t kChunkCount = 64; // about 1.4 s at 48 kHz
+    static constexpr std::size_t kChunkCount = 64; // about 2 s at 32 kHz
 
     struct Segment {
         std::int64_t startFrame = 0;

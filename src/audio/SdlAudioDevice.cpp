@@ -23,7 +23,7 @@ QString sdlError() {
 }
 } // namespace
 
-SdlAudioDevice::SdlAudioDevice() = default;
+SdlAudioDevice::SdlAudioDevice(int bufferFrames) : m_bufferFrames(bufferFrames) {}
 
 SdlAudioDevice::~SdlAudioDevice() {
     if (m_preparer.joinable())
@@ -94,7 +94,7 @@ bool SdlAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString* 
     want.freq = int(sampleRate > 0 ? sampleRate : 48000.0);
     want.format = AUDIO_F32SYS;
     want.channels = 2;
-    want.samples = 1024;
+    want.samples = Uint16(m_bufferFrames);
     want.callback = &SdlAudioDevice::callback;
     want.userdata = this;
     SDL_AudioSpec have{};

@@ -14,7 +14,9 @@ namespace quill {
 /// server's backend waits for events and stays, so the next start is quick.
 class SdlAudioDevice final : public AudioDevice {
 public:
-    SdlAudioDevice();
+    /// Each pass of the audio thread renders bufferFrames: fewer, larger passes cost less
+    /// (a sound server's round trip is paid per pass) but answer later.
+    explicit SdlAudioDevice(int bufferFrames = 1024);
     ~SdlAudioDevice() override;
     SdlAudioDevice(const SdlAudioDevice&) = delete;
     SdlAudioDevice& operator=(const SdlAudioDevice&) = delete;
@@ -37,6 +39,7 @@ private:
     bool m_keepWhenIdle = false; // the backend costs nothing while no device is open
     std::thread m_preparer;
     std::uint32_t m_device = 0;
+    int m_bufferFrames;
     double m_rate = 0.0;
     AudioRenderer* m_renderer = nullptr;
     int m_polls = 0;

@@ -2,6 +2,7 @@
 
 #include "audio/Resampler.h"
 
+#include <pthread.h>
 #include <sndfile.h>
 
 #include <algorithm>
@@ -144,6 +145,9 @@ void SegmentStreamer::setStreaming(bool streaming) {
 }
 
 void SegmentStreamer::run() {
+#ifdef __linux__
+    pthread_setname_np(pthread_self(), "quill-decoder"); // for per-thread CPU figures
+#endif
     std::unique_lock lock(m_mutex);
     while (!m_quit) {
         m_woken = false;
@@ -207,7 +211,7 @@ bool SegmentStreamer::fill(Stream& s) {
     }
 
     const double outputRate = m_outputRate.load(std::memory_order_relaxed);
-    s.resampler.setStep(outputRate > 0 ? s.fileRate / outputRate : 1.0);
+    s.resampler.setRates(s.fileRate, outputRate > 0 ? outputRate : s.fileRate);
 
     chunk->generation = generation;
     chunk->endsSegment = false;

@@ -39,8 +39,9 @@ public:
     /// Ends the worker thread until the next wake(); the voices stay registered.
     void park();
     bool hasThread() const { return m_thread.joinable(); }
-    /// The rings hold over a second of sound, so this never lets them run dry.
-    static constexpr std::chrono::milliseconds kRefillPeriod{100};
+    /// The rings hold about two seconds of sound, so this never lets them run dry; decoding
+    /// half a second of each voice at a time keeps the decoder's tables in the cache.
+    static constexpr std::chrono::milliseconds kRefillPeriod{500};
     /// Fills every voice's ring as far as it goes. Called by the worker, or by tests.
     void service();
     /// Stops the worker thread; service() may still be called by hand afterwards.

@@ -39,9 +39,11 @@ protected:
         return m_dir.path() + QLatin1Char('/') + rawValue(s) + QLatin1Char('.') + ext;
     }
 
-    void makePlayer(double preferredRate = 48000.0) {
+    /// Mixing at the position files' rate, unless a test says otherwise.
+    void makePlayer(double preferredRate = 48000.0, double loopRate = 48000.0) {
         device->setPreferredSampleRate(preferredRate);
         AmbientPlayer::Environment env;
+        env.loopRate = loopRate;
         env.device = device;
         env.scheduler = scheduler;
         env.streamer = streamer;
@@ -538,38 +540,56 @@ TEST_F(AmbientPlayerTest, UnknownOutputRateRunsAt48k) {
     EXPECT_EQ(device->runningSampleRate(), 48000.0);
 }
 
-TEST_F(AmbientPlayerTest, RecordingsAreResampledToTheOutputRate) {
-    makePlayer(44100.0);
-    randoms = {0.0};
-    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
-    ASSERT_TRUE(player->play());
-    settle();
-    captured.clear();
-    for (int block = 0; block < 20; ++block) {
-        render(441);
-        scheduler->advance(50);
+TEST_F(AmbientPlayerTest, RecordingsAreConvertedToTheOutputRate) {
+    // Mixed at the file's rate and converted as a sum, as the generated recordings are; or a
+    // file at another rate converted to the mixing rate on its own first.
+    struct Case {
+        int fileRate;
+        double loopRate, outputRate;
+    };
+    for (const Case c : {Case{48000, 48000.0, 44100.0}, Case{32000, 32000.0, 44100.0},
+                         Case{32000, 32000.0, 48000.0}, Case{44100, 32000.0, 48000.0}}) {
+        SCOPED_TRACE(testing::Message() << c.fileRate << " Hz file, mixed at " << c.loopRate
+                                        << ", out at " << c.outputRate);
+        ASSERT_TRUE(writePositionFile(path(S::rain), kLength, c.fileRate));
+        player.reset(); // before its decoder, which holds its voices
+        streamer = std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::manual);
+        makePlayer(c.outputRate, c.loopRate);
+        randoms = {0.0};
+        player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+        ASSERT_TRUE(player->play());
+        settle();
+        captured.clear();
+        for (int block = 0; block < 20; ++block) {
+            render(441);
+            scheduler->advance(50);
+        }
+        // Positions advance by the ratio of the rates, wrapping smoothly. Near the ramp's jump
+        // at the join the band-limited conversion rings, so frames within a kernel (at the
+        // lowest rate on the way) of it are left out.
+        const double ratio = c.fileRate / c.outputRate;
+        const double margin = (Resampler::kTaps / 2 + 1) * c.fileRate / c.loopRate *
+                              (c.loopRate == c.fileRate ? 1 : 2);
+        auto clear = [&](double position) {
+            return position > margin && position < kLength - margin;
+        };
+        std::size_t f0 = 0;
+        while (f0 < captured.size() / 2 && !clear(positionOf(left(f0), right(f0), kLength)))
+            ++f0;
+        const double p0 = positionOf(left(f0), right(f0), kLength);
+        int wraps = 0;
+        double previous = p0;
+        for (std::size_t f = f0 + 1; f < captured.size() / 2; ++f) {
+            const double expected = std::fmod(p0 + double(f - f0) * ratio, double(kLength));
+            if (expected < previous)
+                ++wraps;
+            previous = expected;
+            if (clear(expected))
+                ASSERT_NEAR(positionOf(left(f), right(f), kLength), expected, 0.02)
+                    << "frame " << f;
+        }
+        EXPECT_GE(wraps, 1);
     }
-    // Positions advance by 48000 / 44100 file frames per output frame, wrapping smoothly.
-    // Near the ramp's jump at the join the band-limited interpolation rings, so frames within
-    // half a kernel of it are left out.
-    const double ratio = 48000.0 / 44100.0;
-    const double margin = Resampler::kTaps / 2 + 1;
-    auto clear = [&](double position) { return position > margin && position < kLength - margin; };
-    std::size_t f0 = 0;
-    while (f0 < captured.size() / 2 && !clear(positionOf(left(f0), right(f0), kLength)))
-        ++f0;
-    const double p0 = positionOf(left(f0), right(f0), kLength);
-    int wraps = 0;
-    double previous = p0;
-    for (std::size_t f = f0 + 1; f < captured.size() / 2; ++f) {
-        const double expected = std::fmod(p0 + double(f - f0) * ratio, double(kLength));
-        if (expected < previous)
-            ++wraps;
-        previous = expected;
-        if (clear(expected))
-            ASSERT_NEAR(positionOf(left(f), right(f), kLength), expected, 0.02) << "frame " << f;
-    }
-    EXPECT_GE(wraps, 1);
 }
 
 TEST_F(AmbientPlayerTest, LimiterKeepsAFullMixBelowFullScale) {

@@ -14,7 +14,7 @@ namespace {
 /// A sine of `hz` at `from` rate, resampled to `to`: the left channel of the output.
 std::vector<float> resampledTone(double hz, double from, double to, std::size_t outFrames) {
     Resampler r;
-    r.setStep(from / to);
+    r.setRates(from, to);
     std::vector<float> out;
     std::size_t n = 0;
     while (out.size() < outFrames) {
@@ -56,7 +56,12 @@ TEST(Resampler, ConvertsBetweenCommonRatesWithoutAudibleImages) {
     };
     for (const Case c :
          {Case{48000, 44100, 1000}, Case{48000, 44100, 4600}, Case{48000, 44100, 12000},
-          Case{48000, 44100, 17000}, Case{44100, 48000, 4600}, Case{48000, 96000, 9000}}) {
+          Case{48000, 44100, 17000}, Case{44100, 48000, 4600}, Case{48000, 96000, 9000},
+          // The recordings' own rate to the usual outputs.
+          Case{32000, 48000, 1000}, Case{32000, 48000, 12000}, Case{32000, 44100, 7000},
+          Case{32000, 44100, 12500},
+          // Rates without a short exact ratio take the interpolated rows.
+          Case{48000, 44101, 4600}, Case{32000, 47999, 11000}}) {
         SCOPED_TRACE(testing::Message() << c.from << " -> " << c.to << " at " << c.hz << " Hz");
         const auto out = resampledTone(c.hz, c.from, c.to, 1 << 16);
         const auto [level, image] = toneAndWorstImage(out, c.to, c.hz);
@@ -67,7 +72,7 @@ TEST(Resampler, ConvertsBetweenCommonRatesWithoutAudibleImages) {
 
 TEST(Resampler, AStreamFedInAnyPiecesIsOneContinuousSignalAndEqualRatesPassThrough) {
     Resampler same;
-    same.setStep(1.0);
+    same.setRates(48000.0, 48000.0);
     ASSERT_TRUE(same.passesThrough());
     for (int n = 0; n < 100; ++n) {
         ASSERT_TRUE(same.needsInput());
@@ -80,7 +85,7 @@ TEST(Resampler, AStreamFedInAnyPiecesIsOneContinuousSignalAndEqualRatesPassThrou
 
     // The first output lines up with the first input, and a reset forgets what came before.
     Resampler r;
-    r.setStep(48000.0 / 44100.0);
+    r.setRates(48000.0, 44100.0);
     for (int round = 0; round < 2; ++round) {
         for (int n = 0; n < 500; ++n)
             r.push(0.9f, 0.9f); // stale signal from an earlier stream

@@ -6,16 +6,19 @@
 
 namespace ambientgen {
 
-/// Integrated loudness of a stereo signal at 48 kHz as broadcast meters measure it
-/// (ITU-R BS.1770): K-weighting, mean square in 400 ms blocks overlapping by 75 %, an
-/// absolute gate at -70 LUFS and a relative gate 10 LU under the mean of the blocks kept.
+/// Integrated loudness of a stereo signal as broadcast meters measure it (ITU-R BS.1770):
+/// K-weighting, mean square in 400 ms blocks overlapping by 75 %, an absolute gate at
+/// -70 LUFS and a relative gate 10 LU under the mean of the blocks kept.
 class LoudnessMeter {
 public:
+    explicit LoudnessMeter(double rate = 48000.0)
+        : m_step(int(std::lround(rate / 10))), m_left(rate), m_right(rate) {}
+
     void add(float left, float right) {
         const double l = m_left.process(left), r = m_right.process(right);
         m_sum += l * l + r * r;
-        if (++m_inStep == kStep) {
-            m_steps.push_back(m_sum / kStep);
+        if (++m_inStep == m_step) {
+            m_steps.push_back(m_sum / m_step);
             m_sum = 0;
             m_inStep = 0;
         }
@@ -48,8 +51,6 @@ public:
     }
 
 private:
-    static constexpr int kStep = 4800; // 100 ms at 48 kHz
-
     struct Stage {
         double b0, b1, b2, a1, a2, z1 = 0, z2 = 0;
         double process(double x) {
@@ -59,14 +60,32 @@ private:
             return y;
         }
     };
-    // The two K-weighting sections at 48 kHz: a high shelf for the head, then the RLB high-pass.
+    // The two K-weighting sections, a high shelf for the head and then the RLB high-pass,
+    // derived for the rate from the analogue prototypes; at 48 kHz they are the published
+    // coefficients.
     struct KWeighting {
-        Stage shelf{1.53512485958697, -2.69169618940638, 1.19839281085285, -1.69065929318241,
-                    0.73248077421585};
-        Stage highPass{1.0, -2.0, 1.0, -1.99004745483398, 0.99007225036621};
+        Stage shelf, highPass;
+        explicit KWeighting(double rate) : shelf(shelfAt(rate)), highPass(highPassAt(rate)) {}
         double process(double x) { return highPass.process(shelf.process(x)); }
+
+        static Stage shelfAt(double rate) {
+            const double k = std::tan(M_PI * 1681.974450955533 / rate);
+            const double q = 0.7071752369554196;
+            const double vh = std::pow(10.0, 3.999843853973347 / 20);
+            const double vb = std::pow(vh, 0.4996667741545416);
+            const double a0 = 1 + k / q + k * k;
+            return {(vh + vb * k / q + k * k) / a0, 2 * (k * k - vh) / a0,
+                    (vh - vb * k / q + k * k) / a0, 2 * (k * k - 1) / a0, (1 - k / q + k * k) / a0};
+        }
+        static Stage highPassAt(double rate) {
+            const double k = std::tan(M_PI * 38.13547087602444 / rate);
+            const double q = 0.5003270373238773;
+            const double a0 = 1 + k / q + k * k;
+            return {1.0, -2.0, 1.0, 2 * (k * k - 1) / a0, (1 - k / q + k * k) / a0};
+        }
     };
 
+    int m_step;
     KWeighting m_left, m_right;
     double m_sum = 0;
     int m_inStep = 0;
@@ -74,8 +93,9 @@ private:
 };
 
 /// Integrated loudness of two whole channels.
-inline double integratedLoudness(const std::vector<float>& left, const std::vector<float>& right) {
-    LoudnessMeter meter;
+inline double integratedLoudness(const std::vector<float>& left, const std::vector<float>& right,
+                                 double rate = 48000.0) {
+    LoudnessMeter meter(rate);
     for (std::size_t i = 0; i < left.size() && i < right.size(); ++i)
         meter.add(left[i], right[i]);
     return meter.integrated();

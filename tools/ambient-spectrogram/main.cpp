@@ -51,6 +51,8 @@ bool draw(const QString& input, const QString& output) {
         const auto p = ambientgen::powerSpectrum(left, std::size_t(x) * hop, kSize);
         for (int y = 0; y < height; ++y) {
             const double hz = std::exp(lo + (hi - lo) * (height - 1 - y) / (height - 1));
+            if (hz >= rate / 2)
+                continue; // nothing is stored above half the rate: left black
             const auto k = std::min(p.size() - 1, std::size_t(hz / rate * kSize));
             const double db = 10 * std::log10(p[k] + 1e-20);
             image.setPixelColor(axis + x, y, heat((db + 40) / 80));
@@ -69,7 +71,7 @@ bool draw(const QString& input, const QString& output) {
     painter.drawText(axis + 6, 14,
                      QStringLiteral("%1  %2 LUFS")
                          .arg(QFileInfo(input).fileName())
-                         .arg(ambientgen::integratedLoudness(left, right), 0, 'f', 1));
+                         .arg(ambientgen::integratedLoudness(left, right, rate), 0, 'f', 1));
     painter.end();
     return image.save(output);
 }

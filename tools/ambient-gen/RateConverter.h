@@ -1,0 +1,62 @@
+#pragma once
+
+#include "LoopCanvas.h"
+
+#include <numeric>
+
+namespace ambientgen {
+
+/// The loop at another rate, converted as a loop: the windowed-sinc filter reads across the
+/// join, so the seam stays as smooth as the rest. Everything above 92.5 % of the new Nyquist
+/// frequency is removed before it can fold back (Kaiser window, about -95 dB).
+inline LoopCanvas atRate(const LoopCanvas& in, int rate) {
+    const int g = std::gcd(in.rate, rate);
+    const int up = rate / g, down = in.rate / g; // output frame n sits at input n * down / up
+    const auto frames = std::size_t(std::int64_t(in.frames) * up / down);
+    LoopCanvas out(rate, frames);
+    constexpr int kHalf = 64;
+    constexpr double kBeta = 9.5;
+    const double cutoff = 0.925 * 0.5 * std::min(1.0, double(rate) / in.rate); // of input rate
+    auto i0 = [](double x) {
+        double sum = 1, term = 1;
+        for (int k = 1; k < 60; ++k) {
+            term *= (x / (2 * k)) * (x / (2 * k));
+            sum += term;
+        }
+        return sum;
+    };
+    // One kernel per fractional position; tap j weighs input frame floor(t) - kHalf + 1 + j.
+    std::vector<std::vector<float>> kernels(std::size_t(up), std::vector<float>(2 * kHalf));
+    for (int p = 0; p < up; ++p) {
+        const double frac = double(p) / up;
+        double sum = 0;
+        std::vector<double> h(2 * kHalf);
+        for (int j = 0; j < 2 * kHalf; ++j) {
+            const double d = double(j - kHalf + 1) - frac;
+            const double x = 2 * cutoff * d;
+            const double sinc = d == 0 ? 1.0 : std::sin(kPi * x) / (kPi * x);
+            const double u = d / kHalf;
+            h[std::size_t(j)] =
+                std::fabs(u) >= 1 ? 0.0 : sinc * i0(kBeta * std::sqrt(1 - u * u)) / i0(kBeta);
+            sum += h[std::size_t(j)];
+        }
+        for (int j = 0; j < 2 * kHalf; ++j)
+            kernels[std::size_t(p)][std::size_t(j)] = float(h[std::size_t(j)] / sum);
+    }
+    for (std::size_t n = 0; n < frames; ++n) {
+        const std::int64_t at = std::int64_t(n) * down;
+        const std::int64_t whole = at / up;
+        const auto& k = kernels[std::size_t(at % up)];
+        double l = 0, r = 0;
+        for (int j = 0; j < 2 * kHalf; ++j) {
+            const std::size_t i = in.wrap(whole - kHalf + 1 + j);
+            l += k[std::size_t(j)] * in.left[i];
+            r += k[std::size_t(j)] * in.right[i];
+        }
+        out.left[n] = float(l);
+        out.right[n] = float(r);
+    }
+    return out;
+}
+
+} // namespace ambientgen
