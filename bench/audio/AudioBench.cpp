@@ -2,6 +2,8 @@
 //   bench_audio --benchmark_counters_tabular=true
 // x_realtime: seconds of sound rendered per second of one core.
 
+#include "LoopAnalysis.h"
+#include "Loudness.h"
 #include "audio/AmbientPlayer.h"
 #include "audio/BrownNoiseGenerator.h"
 #include "audio/NamedSoundSynth.h"
@@ -13,6 +15,7 @@
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -206,6 +209,62 @@ void BM_MixRender(benchmark::State& state) {
 }
 BENCHMARK(BM_MixRender)->Arg(1024)->UseManualTime();
 
+/// Each source alone through the player at the default settings (both sliders at 0.7, so a
+/// gain of 0.49 each), at a 48 kHz output: its integrated loudness over 180 s, and for the
+/// recordings the statistic that tells whether it sounds like its name, from the file.
+void BM_SourceAtDefaults(benchmark::State& state) {
+    const auto sound = kAllAmbientSounds[std::size_t(state.range(0))];
+    state.SetLabel(rawValue(sound).toStdString());
+    for (auto _ : state) {
+        OfflineMix mix;
+        AmbientLevels levels;
+        levels.master = 0.49f;
+        levels.sounds[indexOf(sound)] = 0.49f;
+        if (!mix.start(levels)) {
+            state.SkipWithError("player did not start");
+            return;
+        }
+        for (int k = 0; k < 100; ++k) { // past the fades
+            mix.streamer->service();
+            mix.device->render(960);
+            mix.scheduler->tick(1);
+        }
+        std::vector<float> left, right;
+        for (int k = 0; k < 9000; ++k) { // 180 s: once round the loop, wherever it starts
+            mix.streamer->service();
+            const auto& out = mix.device->render(960);
+            for (std::size_t i = 0; i + 1 < out.size(); i += 2) {
+                left.push_back(out[i]);
+                right.push_back(out[i + 1]);
+            }
+            mix.scheduler->tick(1);
+        }
+        state.counters["LUFS"] = ambientgen::integratedLoudness(left, right, 48000.0);
+    }
+    const QString path =
+        AmbientResources(QStringLiteral(QUILL_AMBIENT_DIR)).locate(rawValue(sound));
+    if (path.isEmpty())
+        return;
+    const loops::Recording r = loops::load(path);
+    state.counters["recurrence"] =
+        loops::strongestRecurrence(loops::envelope(r.left, r.rate, 0.1), 0.1, 5.0);
+    if (sound == AmbientSound::rain) {
+        const auto drops = loops::band(r.left, 1000, 12000, r.rate);
+        state.counters["kurtosis_1_12k"] = loops::excessKurtosis(drops);
+        state.counters["drops_per_s"] = loops::impulsesPerSecond(drops, r.rate);
+    } else if (sound == AmbientSound::waves) {
+        const auto env = loops::envelope(loops::band(r.left, 200, 8000, r.rate), r.rate, 0.02);
+        const auto rises = loops::swellRiseTimes(env, 0.02);
+        if (!rises.empty())
+            state.counters["fastest_rise_s"] = *std::min_element(rises.begin(), rises.end());
+    } else if (sound == AmbientSound::birds) {
+        state.counters["strongest_tone_dB"] = loops::strongestToneDb(r.left, r.rate, 1000, 8000);
+    } else if (sound == AmbientSound::wind) {
+        state.counters["strongest_tone_dB"] = loops::strongestToneDb(r.left, r.rate, 400, 2500);
+    }
+}
+BENCHMARK(BM_SourceAtDefaults)->DenseRange(0, int(kAmbientSoundCount) - 1)->Iterations(1);
+
 /// Resident memory the seven loaded, playing recordings add to the process.
 void BM_RecordingsMemory(benchmark::State& state) {
     for (auto _ : state) {
@@ -257,17 +316,18 @@ void BM_RunningMixCpu(benchmark::State& state) {
             return;
         }
         scheduler->tick(400);
-        auto run = [&](int ticks) { // serviced like the app's timer does
-            for (int k = 0; k < ticks; ++k) {
-                std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        auto run = [&](int seconds) { // serviced like the app's timer does
+            const auto period = AmbientPlayer::kServicePeriod;
+            for (int k = 0; k < seconds * 1000 / int(period.count()); ++k) {
+                std::this_thread::sleep_for(period);
                 scheduler->tick(1);
             }
         };
-        run(60);
+        run(3);
         const double cpu0 = cpuSeconds();
         const auto threads0 = threadCpuSeconds();
         const auto wall0 = std::chrono::steady_clock::now();
-        run(400);
+        run(20);
         const double wall =
             std::chrono::duration<double>(std::chrono::steady_clock::now() - wall0).count();
         state.counters["cpu_percent_of_core"] = 100.0 * (cpuSeconds() - cpu0) / wall;

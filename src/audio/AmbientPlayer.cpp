@@ -135,7 +135,8 @@ void AmbientPlayer::startSelectedSources() {
         const auto start =
             static_cast<std::int64_t>(m_env.unitRandom() * 0.95 * double(track->length()));
         track->schedule(start, track->generation());
-        track->schedule(0, track->generation());
+        for (int k = 0; k < track->passesAhead(); ++k)
+            track->schedule(0, track->generation());
         queued = true;
     }
     if (queued)

@@ -48,7 +48,9 @@ public:
     static constexpr std::chrono::milliseconds kRampPeriods[3] = {std::chrono::milliseconds(17),
                                                                   std::chrono::milliseconds(17),
                                                                   std::chrono::milliseconds(16)};
-    static constexpr std::chrono::milliseconds kServicePeriod{50};
+    /// Loops queue their next pass seconds ahead and a lost device only needs noticing, so
+    /// the main thread looks after the output five times a second.
+    static constexpr std::chrono::milliseconds kServicePeriod{200};
     /// Ambient sound only fades, over tenths of a second, so the output can take it in passes
     /// of 85 ms at 48 kHz: a quarter of the audio thread's wake-ups of 1024-frame passes, and
     /// under half its CPU with a sound server.

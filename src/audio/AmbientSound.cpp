@@ -17,10 +17,18 @@ constexpr std::array<AmbientSoundInfo, kAmbientSoundCount> kCatalogue{{
 }};
 } // namespace
 
-const AmbientSoundInfo& info(AmbientSound sound) { return kCatalogue[indexOf(sound)]; }
-QString rawValue(AmbientSound sound) { return QString::fromLatin1(info(sound).raw); }
-QString title(AmbientSound sound) { return QString::fromUtf8(info(sound).title); }
-QString subtitle(AmbientSound sound) { return QString::fromUtf8(info(sound).subtitle); }
+const AmbientSoundInfo& info(AmbientSound sound) {
+    return kCatalogue[indexOf(sound)];
+}
+QString rawValue(AmbientSound sound) {
+    return QString::fromLatin1(info(sound).raw);
+}
+QString title(AmbientSound sound) {
+    return QString::fromUtf8(info(sound).title);
+}
+QString subtitle(AmbientSound sound) {
+    return QString::fromUtf8(info(sound).subtitle);
+}
 
 std::optional<AmbientSound> ambientSoundFromRaw(const QString& raw) {
     for (const auto& entry : kCatalogue)

@@ -12,8 +12,8 @@ enum class AmbientSound { rain, waves, stream, wind, fire, birds, crickets, brow
 
 inline constexpr std::size_t kAmbientSoundCount = 8;
 inline constexpr std::array<AmbientSound, kAmbientSoundCount> kAllAmbientSounds{
-    AmbientSound::rain,  AmbientSound::waves, AmbientSound::stream,   AmbientSound::wind,
-    AmbientSound::fire,  AmbientSound::birds, AmbientSound::crickets, AmbientSound::brownNoise};
+    AmbientSound::rain, AmbientSound::waves, AmbientSound::stream,   AmbientSound::wind,
+    AmbientSound::fire, AmbientSound::birds, AmbientSound::crickets, AmbientSound::brownNoise};
 
 /// Colour meaning shared by every screen.
 enum class ThemeTint { mint, amber, blue, coral };
@@ -32,6 +32,8 @@ QString rawValue(AmbientSound sound);
 QString title(AmbientSound sound);
 QString subtitle(AmbientSound sound);
 std::optional<AmbientSound> ambientSoundFromRaw(const QString& raw);
-inline std::size_t indexOf(AmbientSound sound) { return static_cast<std::size_t>(sound); }
+inline std::size_t indexOf(AmbientSound sound) {
+    return static_cast<std::size_t>(sound);
+}
 
 } // namespace quill

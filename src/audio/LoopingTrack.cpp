@@ -17,11 +17,17 @@ std::unique_ptr<LoopingTrack> LoopingTrack::open(const QString& path) {
     sf_close(file);
     if (!usable)
         return nullptr;
-    return std::unique_ptr<LoopingTrack>(new LoopingTrack(path, info.frames));
+    return std::unique_ptr<LoopingTrack>(new LoopingTrack(path, info.frames, info.samplerate));
 }
 
-LoopingTrack::LoopingTrack(QString path, std::int64_t length)
-    : m_path(std::move(path)), m_length(length), m_voice(std::make_unique<LoopVoice>()) {}
+LoopingTrack::LoopingTrack(QString path, std::int64_t length, int rate)
+    : m_path(std::move(path)), m_length(length), m_rate(rate),
+      m_voice(std::make_unique<LoopVoice>()) {}
+
+int LoopingTrack::passesAhead() const {
+    const std::int64_t passes = (m_rate + m_length - 1) / m_length;
+    return int(std::clamp<std::int64_t>(passes, 1, 8));
+}
 
 void LoopingTrack::start() {
     ++m_generation;

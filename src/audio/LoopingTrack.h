@@ -17,6 +17,9 @@ public:
 
     const QString& path() const { return m_path; }
     std::int64_t length() const { return m_length; }
+    /// Whole passes to keep queued beyond the one playing: enough to last a second, so a
+    /// short recording does not run dry between two visits of the main thread.
+    int passesAhead() const;
     std::int64_t generation() const { return m_generation; }
     bool isPlaying() const { return m_playing; }
     LoopVoice& voice() { return *m_voice; }
@@ -33,10 +36,11 @@ public:
     std::int64_t lastScheduledStart() const { return m_lastStart; }
 
 private:
-    LoopingTrack(QString path, std::int64_t length);
+    LoopingTrack(QString path, std::int64_t length, int rate);
 
     QString m_path;
     std::int64_t m_length = 1;
+    int m_rate = 48000;
     std::int64_t m_generation = 0;
     bool m_playing = false;
     std::unique_ptr<LoopVoice> m_voice;

@@ -21,7 +21,9 @@ using namespace quill::test;
 using S = AmbientSound;
 
 namespace {
-constexpr int kLength = 4800;       // 0.1 s recordings keep loops short
+constexpr int kLength = 4800; // 0.1 s recordings keep loops short
+// A start queues the pass from its random frame, then whole passes for a second, at most 8.
+constexpr int kQueuedAtStart = 1 + 8;
 constexpr int kFramesPerStep = 800; // 1/60 s at 48 kHz
 
 class AmbientPlayerTest : public ::testing::Test {
@@ -133,7 +135,7 @@ TEST_F(AmbientPlayerTest, PlayWithNothingSelectedRampsMasterThenLaterSelectionSt
 
     player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
     EXPECT_TRUE(player->isTrackPlaying(S::rain));
-    EXPECT_EQ(player->segmentsScheduled(S::rain), 2);
+    EXPECT_EQ(player->segmentsScheduled(S::rain), kQueuedAtStart);
     EXPECT_TRUE(player->isRamping());
     // Each recording fades with tau 0.3 s: settled after 124 steps.
     EXPECT_EQ(stepsUntil([this] { return !player->isRamping(); }), 124);
@@ -146,7 +148,7 @@ TEST_F(AmbientPlayerTest, RecordingsStartInTheFirst95PercentThenLoopFromZero) {
     player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
     ASSERT_TRUE(player->play());
     EXPECT_EQ(player->lastScheduledStart(S::rain), 0) << "the second segment is the full pass";
-    EXPECT_EQ(player->segmentsScheduled(S::rain), 2);
+    EXPECT_EQ(player->segmentsScheduled(S::rain), kQueuedAtStart);
     // The first pass starts at the highest allowed point. Until the first ramp step the voice
     // plays at volume 0, so look at two steps.
     step(2);
@@ -173,7 +175,9 @@ TEST_F(AmbientPlayerTest, LoopIsGaplessAcrossManyPasses) {
     captured.clear();
     for (int block = 0; block < 40; ++block) {
         render(480);
-        scheduler->advance(50); // completions reach the main thread and queue the next pass
+        scheduler->advance(
+            AmbientPlayer::kServicePeriod
+                .count()); // completions reach the main thread and queue the next pass
     }
     long expected = std::lround(positionOf(left(0), right(0), kLength));
     int wraps = 0;
@@ -187,7 +191,7 @@ TEST_F(AmbientPlayerTest, LoopIsGaplessAcrossManyPasses) {
     }
     EXPECT_GE(wraps, 3);
     EXPECT_EQ(player->staleCompletions(), 0);
-    EXPECT_GE(player->segmentsScheduled(S::rain), 2 + wraps);
+    EXPECT_GE(player->segmentsScheduled(S::rain), kQueuedAtStart + wraps);
 }
 
 TEST_F(AmbientPlayerTest, DeselectFadesOutIn112StepsAndStopsTheNode) {
@@ -231,7 +235,7 @@ TEST_F(AmbientPlayerTest, ReselectAfterStopRestartsAtANewRandomFrameFromSilence)
     randoms = {0.5, 0.25};
     player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
     ASSERT_TRUE(player->play());
-    EXPECT_EQ(player->segmentsScheduled(S::rain), 2);
+    EXPECT_EQ(player->segmentsScheduled(S::rain), kQueuedAtStart);
     settle();
     player->setLevels(levels(0.49f, {}));
     stepsUntil([this] { return !player->isTrackPlaying(S::rain); });
@@ -241,7 +245,7 @@ TEST_F(AmbientPlayerTest, ReselectAfterStopRestartsAtANewRandomFrameFromSilence)
     player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
     EXPECT_EQ(player->trackGeneration(S::rain), generation + 1);
     EXPECT_EQ(player->volume(S::rain), 0.0f);
-    EXPECT_EQ(player->segmentsScheduled(S::rain), before + 2);
+    EXPECT_EQ(player->segmentsScheduled(S::rain), before + kQueuedAtStart);
 
     captured.clear();
     step(2);
@@ -369,7 +373,7 @@ TEST_F(AmbientPlayerTest, StaleSegmentCompletionsScheduleNothing) {
     captured.clear();
     for (int k = 0; k < 20; ++k) {
         render(1024);
-        scheduler->advance(50);
+        scheduler->advance(AmbientPlayer::kServicePeriod.count());
     }
     EXPECT_GE(player->staleCompletions(), 1);
     EXPECT_EQ(player->segmentsScheduled(S::rain), segments);
@@ -497,7 +501,7 @@ TEST_F(AmbientPlayerTest, FormatChangeRebuildsAtTheNewRate) {
     player->setLevels(levels(0.49f, {{S::brownNoise, 0.3f}}));
     ASSERT_TRUE(player->play());
     device->simulateFormatChange(44100.0);
-    scheduler->advance(50);
+    scheduler->advance(AmbientPlayer::kServicePeriod.count());
     EXPECT_EQ(player->sampleRate(), 44100.0);
     EXPECT_EQ(device->runningSampleRate(), 44100.0);
     EXPECT_TRUE(player->isEngineRunning());
@@ -510,7 +514,7 @@ TEST_F(AmbientPlayerTest, OutputChangeWhileIdleOnlyReconnects) {
     player->stop();
     step(50);
     device->simulateRemoval();
-    scheduler->advance(50);
+    scheduler->advance(AmbientPlayer::kServicePeriod.count());
     EXPECT_FALSE(player->isEngineRunning());
     EXPECT_EQ(device->startCount(), 1);
 }
@@ -522,7 +526,7 @@ TEST_F(AmbientPlayerTest, FailedRestartIsLoggedAndTheNextPlayTriesAgain) {
     settle();
     device->setStartFailure(QStringLiteral("no such device"));
     device->simulateRemoval();
-    scheduler->advance(50);
+    scheduler->advance(AmbientPlayer::kServicePeriod.count());
     EXPECT_FALSE(player->isEngineRunning());
     EXPECT_TRUE(player->isPlaying());
     EXPECT_EQ(log.lines(), QStringList{QStringLiteral(
@@ -562,7 +566,7 @@ TEST_F(AmbientPlayerTest, RecordingsAreConvertedToTheOutputRate) {
         captured.clear();
         for (int block = 0; block < 20; ++block) {
             render(441);
-            scheduler->advance(50);
+            scheduler->advance(AmbientPlayer::kServicePeriod.count());
         }
         // Positions advance by the ratio of the rates, wrapping smoothly. Near the ramp's jump
         // at the join the band-limited conversion rings, so frames within a kernel (at the
@@ -584,9 +588,10 @@ TEST_F(AmbientPlayerTest, RecordingsAreConvertedToTheOutputRate) {
             if (expected < previous)
                 ++wraps;
             previous = expected;
-            if (clear(expected))
+            if (clear(expected)) {
                 ASSERT_NEAR(positionOf(left(f), right(f), kLength), expected, 0.02)
                     << "frame " << f;
+            }
         }
         EXPECT_GE(wraps, 1);
     }

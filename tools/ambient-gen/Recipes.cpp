@@ -223,22 +223,22 @@ void wind(LoopCanvas& c, Rng& rng) {
     // passes its threshold.
     for (int k = 0; k < 3; ++k) {
         const double base = uniform(rng, 550, 1600);
-        const double threshold = uniform(rng, 0.45, 0.65);
+        const double threshold = uniform(rng, 0.3, 0.5);
         const auto own = fractalControl(rng, n, c.rate, 8, 4, 0.6);
         std::vector<float> hz(n), amount(n);
         for (std::size_t i = 0; i < n; ++i) {
             const double x = 0.5 * (gust[i] + 1.0);
             hz[i] = float(base * (0.85 + 0.35 * x + 0.03 * own[i]));
             const double over = std::clamp((x - threshold) / (1 - threshold), 0.0, 1.0);
-            amount[i] = float(over * over * (0.6 + 0.4 * own[i]));
+            amount[i] = float(std::pow(over, 1.2) * (0.6 + 0.4 * own[i]));
         }
         auto band = sweptNoise(rng, n, sr, 2, hz, 25);
         scale(band, amount);
         float gl, gr;
         panGains(uniform(rng, -0.7, 0.7), gl, gr);
         for (std::size_t i = 0; i < n; ++i) {
-            c.left[i] += 4.0f * gl * band[i];
-            c.right[i] += 4.0f * gr * band[i];
+            c.left[i] += 10.0f * gl * band[i];
+            c.right[i] += 10.0f * gr * band[i];
         }
     }
 
