@@ -7,6 +7,7 @@
 #include "Spectrum.h"
 
 #include <QColor>
+#include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
@@ -86,6 +87,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: %s <output folder> <recording> ...\n", argv[0]);
         return 2;
     }
+    QDir().mkpath(QString::fromLocal8Bit(argv[1]));
     int failures = 0;
     for (int a = 2; a < argc; ++a) {
         const QString input = QString::fromLocal8Bit(argv[a]);
