@@ -43,15 +43,21 @@ inline LoopCanvas atRate(const LoopCanvas& in, int rate) {
         for (int j = 0; j < 2 * kHalf; ++j)
             kernels[std::size_t(p)][std::size_t(j)] = float(h[std::size_t(j)] / sum);
     }
+    // The loop with kHalf frames of its other end on each side, so no read has to wrap.
+    std::vector<float> left(in.frames + 2 * kHalf), right(left.size());
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        const std::size_t from = in.wrap(std::int64_t(i) - kHalf);
+        left[i] = in.left[from];
+        right[i] = in.right[from];
+    }
     for (std::size_t n = 0; n < frames; ++n) {
         const std::int64_t at = std::int64_t(n) * down;
-        const std::int64_t whole = at / up;
+        const auto first = std::size_t(at / up + 1); // whole - kHalf + 1, shifted by kHalf
         const auto& k = kernels[std::size_t(at % up)];
         double l = 0, r = 0;
         for (int j = 0; j < 2 * kHalf; ++j) {
-            const std::size_t i = in.wrap(whole - kHalf + 1 + j);
-            l += k[std::size_t(j)] * in.left[i];
-            r += k[std::size_t(j)] * in.right[i];
+            l += k[std::size_t(j)] * left[first + std::size_t(j)];
+            r += k[std::size_t(j)] * right[first + std::size_t(j)];
         }
         out.left[n] = float(l);
         out.right[n] = float(r);
