@@ -36,9 +36,9 @@ Canvas {
         ctx.stroke();
 
         // The glow: faint strokes, each 6 px wider than the last, add up to a soft edge that
-        // fades over the 12 px left around the ring. A canvas shadow blur looks the same but blurs the whole
-        // canvas at every repaint: most of the first frame's time, and again every second of
-        // a round.
+        // fades over the 12 px left around the ring. A canvas shadow blur looks the same but
+        // blurs the whole canvas at every repaint: most of the first frame's time, and again
+        // every second of a round.
         ctx.lineCap = "round";
         ctx.strokeStyle = Theme.alpha(glowTint, 0.03);
         for (var spread = 12; spread > 0; spread -= 3) {
