@@ -343,7 +343,7 @@ void BM_RunningMixCpu(benchmark::State& state) {
 }
 BENCHMARK(BM_RunningMixCpu)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
 
-/// Synthesising every cue sound once, as the named-sound player does when it is created.
+/// Synthesising every cue sound once, as the named-sound player does before opening its output.
 void BM_NamedSoundSynthesis(benchmark::State& state) {
     for (auto _ : state) {
         for (const QString& name : NamedSoundSynth::names())

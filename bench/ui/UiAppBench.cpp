@@ -6,6 +6,8 @@
 // ambient sound (and prints how long starting it took), --hidden hides the main window while
 // measuring; --seconds N sets the measuring window (default 30), which begins after --settle N
 // seconds (default 5).
+// --census only prints how many objects each QML file contributes to the started window
+// (largest first) and quits: where start-up time and memory go.
 // --locate NAME only prints the window coordinates of the item's centre (x y) and quits, so
 // measure.sh can click it in the real binary.
 #include "../ProcessUsage.h"
@@ -17,9 +19,12 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QMap>
+#include <QQmlContext>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTimer>
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <ctime>
@@ -66,6 +71,27 @@ int main(int argc, char** argv) {
     quill::UiRuntime runtime(quill::makeDesktopServices());
     if (!runtime.load())
         return 1;
+
+    if (args.contains(QStringLiteral("--census"))) {
+        QTimer::singleShot(500, &app, [&] {
+            QMap<QString, int> perFile;
+            const QList<QObject*> all = runtime.mainWindow()->findChildren<QObject*>();
+            for (QObject* o : all) {
+                const QQmlContext* context = qmlContext(o);
+                perFile[context ? context->baseUrl().fileName() : QStringLiteral("(C++)")] += 1;
+            }
+            QList<std::pair<int, QString>> sorted;
+            for (auto it = perFile.cbegin(); it != perFile.cend(); ++it)
+                sorted.append({it.value(), it.key()});
+            std::sort(sorted.begin(), sorted.end(), std::greater<>());
+            std::printf("objects=%d\n", int(all.size()));
+            for (const auto& [count, file] : sorted)
+                std::printf("%6d %s\n", count, qPrintable(file));
+            std::fflush(stdout);
+            QCoreApplication::exit(0);
+        });
+        return QApplication::exec();
+    }
 
     const int locateAt = int(args.indexOf(QStringLiteral("--locate")));
     if (locateAt > 0) {

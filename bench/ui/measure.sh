@@ -7,8 +7,12 @@
 #   - then for each state (at rest; a round with the window shown; the same round with the
 #     window unmapped, as a window manager does when it minimises), after a settling period:
 #     cpu_percent of the whole process tree over the window (process CPU time, in % of one
-#     core), rss_mb of the tree at its end, the number of threads, and wakeups_per_s (context
-#     switches of all threads); with PulseAudio also the daemon's own cpu_percent.
+#     core), rss_mb of the tree at its end, the number of threads, wakeups_per_s (context
+#     switches of all threads) and cpu_exact_percent (the scheduler's nanosecond run time of
+#     the threads alive at both ends: cpu_percent counts 10 ms clock ticks, which at rest is
+#     one or two in 30 s); with PulseAudio also the daemon's own cpu_percent.
+# Everything runs with a private D-Bus session bus, as on a desktop (without one, Qt starts
+# dbus-launch for the tray's first question, which a user never waits for).
 # Then the harness bench_ui_app (the app's own start-up path with measuring hooks) for the
 # first painted frame and the same figures at rest, on the default (software) scene graph,
 # and for the time the first play of ambient sound after rest takes to start the output
@@ -43,6 +47,14 @@ Xvfb ":$display" -screen 0 1600x1000x24 -nolisten tcp >/dev/null 2>&1 &
 pids+=($!)
 export DISPLAY=":$display"
 for _ in $(seq 50); do xdotool getmouselocation >/dev/null 2>&1 && break; sleep 0.1; done
+
+# A private session bus for everything below.
+if command -v dbus-daemon >/dev/null; then
+    dbus-daemon --session --fork --print-address=1 --print-pid=1 >"$work/bus" 2>/dev/null
+    export DBUS_SESSION_BUS_ADDRESS
+    DBUS_SESSION_BUS_ADDRESS=$(sed -n 1p "$work/bus")
+    pids+=("$(sed -n 2p "$work/bus")")
+fi
 
 # Fresh, private homes for every run, so nothing of a real user's data is touched.
 fresh_home() {
@@ -90,20 +102,23 @@ tree_threads() {
     echo "$total"
 }
 
-# "tid switches" for every thread of the tree: voluntary and forced context switches.
+# "tid switches ns" for every thread of the tree: voluntary and forced context switches, and
+# nanoseconds run.
 thread_switches() {
     local p t
     for p in $(tree_of "$1"); do
         for t in /proc/"$p"/task/*; do
-            awk -v t="${t##*/}" '/ctxt_switches/ {s += $2} END {if (NR) print t, s}' \
+            awk -v t="${t##*/}" -v sched="$t/schedstat" '/ctxt_switches/ {s += $2}
+                END {if (NR) { getline ns < sched; split(ns, f, " "); print t, s, f[1] + 0 } }' \
                 "$t/status" 2>/dev/null
         done
     done | sort
 }
 
-# Switches between two snapshots, over the threads alive in both (pooled threads come and go).
+# Switches and nanoseconds run between two snapshots, over the threads alive in both
+# (pooled threads come and go).
 switches_between() {
-    join "$1" "$2" | awk '{d += $3 - $2} END {print d + 0}'
+    join "$1" "$2" | awk '{d += $4 - $2; n += $5 - $3} END {print d + 0, n + 0}'
 }
 
 # Prints the figures of one state: settles, then measures for $seconds.
@@ -116,13 +131,14 @@ measure_state() {
     sleep "$seconds"
     t1=$(tree_ticks "$pid"); thread_switches "$pid" >"$work/switches.1"
     [ -n "$server" ] && s1=$(tree_ticks "$server")
-    local w
-    w=$(switches_between "$work/switches.0" "$work/switches.1")
-    awk -v n="$name" -v d=$((t1 - t0)) -v w="$w" -v sd=$((s1 - s0)) -v hz="$hz" \
+    local w ns
+    read -r w ns < <(switches_between "$work/switches.0" "$work/switches.1")
+    awk -v n="$name" -v d=$((t1 - t0)) -v w="$w" -v ns="$ns" -v sd=$((s1 - s0)) -v hz="$hz" \
         -v s="$seconds" -v r="$(tree_rss_kb "$pid")" -v th="$(tree_threads "$pid")" \
         -v srv="$server" 'BEGIN {
-            printf "%-14s cpu_percent=%.3f rss_mb=%.1f threads=%d wakeups_per_s=%.1f",
-                   n, 100 * d / hz / s, r / 1024, th, w / s
+            printf "%-14s cpu_percent=%.3f cpu_exact_percent=%.3f rss_mb=%.1f threads=%d",
+                   n, 100 * d / hz / s, 100 * ns / 1e9 / s, r / 1024, th
+            printf " wakeups_per_s=%.1f", w / s
             if (srv != "") printf " pulse_cpu_percent=%.3f", 100 * sd / hz / s
             printf "\n" }'
 }

@@ -18,16 +18,22 @@ NamedSoundPlayer::NamedSoundPlayer(Environment environment)
             w->post(std::move(job));
         };
     }
-    // Synthesis takes a few tens of milliseconds: not on the UI thread. Jobs run in order, so
-    // the clips are in place before the first cue opens the output.
-    CueMixer* mixer = m_mixer.get();
-    m_env.runInBackground([mixer] {
-        const QStringList& names = NamedSoundSynth::names();
-        for (int i = 0; i < int(names.size()); ++i)
-            mixer->setClip(i, NamedSoundSynth::render(names[i]));
-        mixer->setClip(int(names.size()), NamedSoundSynth::renderBeep());
-    });
 }
+
+namespace {
+// The clips (4 MB of samples) exist only while the output is open: synthesised in the
+// background just before it opens (a few tens of milliseconds), dropped when it closes.
+void setClips(CueMixer* mixer, bool* present, bool wanted) {
+    if (*present == wanted)
+        return;
+    const QStringList& names = NamedSoundSynth::names();
+    for (int i = 0; i < int(names.size()); ++i)
+        mixer->setClip(i, wanted ? NamedSoundSynth::render(names[i]) : std::vector<float>{});
+    mixer->setClip(int(names.size()),
+                   wanted ? NamedSoundSynth::renderBeep() : std::vector<float>{});
+    *present = wanted;
+}
+} // namespace
 
 NamedSoundPlayer::~NamedSoundPlayer() {
     m_idleTimer.reset();
@@ -52,10 +58,13 @@ void NamedSoundPlayer::play(const QString& name) {
         // After that the audio system goes too, so nothing of it runs between rounds.
         auto device = m_env.device;
         auto run = m_env.runInBackground;
-        m_idleTimer = m_env.scheduler->after(kIdleClose, [device, run] {
-            run([device] {
+        CueMixer* mixer = m_mixer.get();
+        auto clips = m_clipsPresent;
+        m_idleTimer = m_env.scheduler->after(kIdleClose, [device, run, mixer, clips] {
+            run([device, mixer, clips] {
                 if (device)
                     device->release();
+                setClips(mixer, clips.get(), false);
             });
         });
     }
@@ -64,13 +73,14 @@ void NamedSoundPlayer::play(const QString& name) {
 void NamedSoundPlayer::openIfNeeded() {
     auto device = m_env.device;
     CueMixer* mixer = m_mixer.get();
-    m_env.runInBackground([device, mixer] {
+    m_env.runInBackground([device, mixer, clips = m_clipsPresent] {
         if (!device)
             return;
         // A cue output that vanished since the last cue is opened afresh.
         if (device->isRunning() && device->takeEvent() == AudioDevice::Event::none)
             return;
         device->stop();
+        setClips(mixer, clips.get(), true);
         QString error;
         if (!device->start(NamedSoundSynth::kSampleRate, mixer, &error)) {
             mixer->discardPending();

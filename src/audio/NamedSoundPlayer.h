@@ -38,6 +38,7 @@ private:
     void openIfNeeded();
     Environment m_env;
     std::unique_ptr<CueMixer> m_mixer;
+    std::shared_ptr<bool> m_clipsPresent = std::make_shared<bool>(false); // worker thread only
     std::shared_ptr<void> m_worker;
     std::unique_ptr<Scheduler::Handle> m_idleTimer;
 };

@@ -43,7 +43,7 @@ AppStore::AppStore(Services services, QObject* parent)
         sorted.begin(), sorted.end(),
         [](const StudySession& a, const StudySession& b) { return a.startedAt > b.startedAt; });
     m_sessions = sorted;
-    m_lastStepDay = now().toLocalTime().date();
+    m_lastStepDay = m_localTime.at(now()).date;
 
     // The ambient levels follow settings at once; the current value passes immediately.
     updateAmbientLevels();
@@ -65,6 +65,10 @@ AppStore::~AppStore() {
 
 QDateTime AppStore::now() const {
     return m_services.clock->now();
+}
+
+int AppStore::localHour() const {
+    return m_localTime.at(now()).hour;
 }
 
 void AppStore::waitForSaves() {
@@ -252,7 +256,7 @@ void AppStore::pauseAfterSleep() {
 }
 
 void AppStore::tick() {
-    const QDate today = now().toLocalTime().date();
+    const QDate today = m_localTime.at(now()).date;
     if (today != m_lastStepDay) {
         m_lastStepDay = today;
         Q_EMIT statisticsChanged();

@@ -6,6 +6,7 @@
 #include "model/SessionPhase.h"
 #include "model/StudySession.h"
 #include "store/DataFileSaver.h"
+#include "store/LocalTimeCache.h"
 #include "store/Services.h"
 
 #include <QList>
@@ -107,6 +108,8 @@ public:
     const std::optional<SessionDraft>& draft() const { return m_draft; }
     /// The current time, from the injected clock.
     QDateTime now() const;
+    /// The local hour of now(); cheap enough for every step.
+    int localHour() const;
     /// Blocks until every save handed to the background writer is on disk. The store's
     /// destruction does the same, after writing a settings change still waiting to settle.
     void waitForSaves();
@@ -252,6 +255,7 @@ private:
 
     std::optional<AmbientLevels> m_lastLevels;
     QDate m_lastStepDay;
+    mutable LocalTimeCache m_localTime;
     std::unique_ptr<Scheduler::Handle> m_timer;
     std::unique_ptr<Scheduler::Handle> m_saveDebounce;
     std::vector<std::unique_ptr<Scheduler::Handle>> m_toastChecks;

@@ -55,18 +55,16 @@ public:
         m_timer->setInterval(interval);
         m_timer->setSingleShot(!repeating);
         m_timer->setTimerType(repeating ? Qt::CoarseTimer : Qt::PreciseTimer);
-        // Each firing queues its work, so a step never runs inside another event's handler.
-        QObject::connect(
-            m_timer, &QTimer::timeout, m_timer,
-            [state = m_state] {
-                if (state->cancelled)
-                    return;
-                if (!state->repeating)
-                    state->fired = true;
-                auto keep = state; // survives the handle being dropped by fn
-                keep->fn();
-            },
-            Qt::QueuedConnection);
+        // Runs straight from the timer's event: queueing it again would cost every step of
+        // the app at rest another wake-up of the event loop.
+        QObject::connect(m_timer, &QTimer::timeout, m_timer, [state = m_state] {
+            if (state->cancelled)
+                return;
+            if (!state->repeating)
+                state->fired = true;
+            auto keep = state; // survives the handle being dropped by fn
+            keep->fn();
+        });
         m_timer->start();
     }
     ~TimerHandle() override {

@@ -154,6 +154,11 @@ TEST_F(NamedSoundPlayerTest, PlaysByNameOffTheUiThreadAndClosesWhenQuiet) {
     scheduler->advance(1);
     EXPECT_FALSE(device->isRunning());
     EXPECT_EQ(device->releaseCount(), 1) << "the audio system goes with the output";
+
+    // The clips went with it too; the next cue synthesises them again before it opens.
+    player->play(QStringLiteral("Ping"));
+    ASSERT_TRUE(device->isRunning());
+    EXPECT_EQ(device->render(1)[0], ping[0]);
 }
 
 TEST_F(NamedSoundPlayerTest, AVanishedOutputIsReopenedByTheNextCue) {

@@ -73,41 +73,29 @@ Window {
         }
 
         // The other sections are built the first time they are shown and kept after that.
-        Loader {
+        ScreenLoader {
             objectName: "insightsLoader"
             anchors.fill: parent
             visible: shell.selectedKey === "insights"
-            active: visible || status !== Loader.Null
-            sourceComponent: InsightsScreen {
-                objectName: "insightsScreen"
-                store: root.store
-                settings: settingsBridge
-                shell: root.shellModel
-            }
+            file: "InsightsScreen.qml"
+            screenProperties: ({ objectName: "insightsScreen", store: root.store,
+                                 settings: settingsBridge, shell: root.shellModel })
         }
-        Loader {
+        ScreenLoader {
             objectName: "historyLoader"
             anchors.fill: parent
             visible: shell.selectedKey === "history"
-            active: visible || status !== Loader.Null
-            sourceComponent: HistoryScreen {
-                objectName: "historyScreen"
-                store: root.store
-                settings: settingsBridge
-                shell: root.shellModel
-            }
+            file: "HistoryScreen.qml"
+            screenProperties: ({ objectName: "historyScreen", store: root.store,
+                                 settings: settingsBridge, shell: root.shellModel })
         }
-        Loader {
+        ScreenLoader {
             objectName: "settingsLoader"
             anchors.fill: parent
             visible: shell.selectedKey === "settings"
-            active: visible || status !== Loader.Null
-            sourceComponent: SettingsScreen {
-                objectName: "settingsScreen"
-                store: root.store
-                settings: settingsBridge
-                shell: root.shellModel
-            }
+            file: "SettingsScreen.qml"
+            screenProperties: ({ objectName: "settingsScreen", store: root.store,
+                                 settings: settingsBridge, shell: root.shellModel })
         }
 
         Toast {
@@ -117,22 +105,30 @@ Window {
         }
     }
 
-    SessionEndDialog {
-        id: endDialog
-        objectName: "endDialog"
+    // The end dialog and the review sheet are built the first time they are wanted and kept.
+    // Each is made hidden and then follows the shell, so it fades in the first time as well.
+    Loader {
         anchors.fill: parent
         z: 50
-        shown: shell.endDialogVisible
-        onContinueChosen: shell.continueRound()
-        onReviewChosen: shell.reviewRound()
-        onAbandonChosen: shell.abandonRound()
+        active: shell.endDialogVisible || status !== Loader.Null
+        sourceComponent: SessionEndDialog {
+            objectName: "endDialog"
+            shown: false
+            Component.onCompleted: shown = Qt.binding(() => shell.endDialogVisible)
+            onContinueChosen: shell.continueRound()
+            onReviewChosen: shell.reviewRound()
+            onAbandonChosen: shell.abandonRound()
+        }
     }
 
-    CompletionSheet {
-        id: reviewSheet
-        objectName: "review"
-        store: root.store
-        shown: shell.reviewVisible
+    Loader {
+        active: shell.reviewVisible || status !== Loader.Null
+        sourceComponent: CompletionSheet {
+            objectName: "review"
+            store: root.store
+            shown: false
+            Component.onCompleted: shown = Qt.binding(() => shell.reviewVisible)
+        }
     }
 
     // The tray panel is built the first time the icon is clicked.

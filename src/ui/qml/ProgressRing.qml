@@ -35,15 +35,19 @@ Canvas {
         ctx.arc(cx, cy, r, 0, 2 * Math.PI, false);
         ctx.stroke();
 
-        ctx.save();
+        // The glow: faint strokes, each 6 px wider than the last, add up to a soft edge that
+        // fades over the 12 px left around the ring. A canvas shadow blur looks the same but
+        // blurs the whole canvas at every repaint: most of the first frame's time, and again
+        // every second of a round.
         ctx.lineCap = "round";
-        ctx.shadowColor = Theme.alpha(glowTint, 0.5);
-        ctx.shadowBlur = 18;
-        ctx.strokeStyle = Theme.alpha(glowTint, 0.22);
-        ctx.beginPath();
-        ctx.arc(cx, cy, r, start, end, false);
-        ctx.stroke();
-        ctx.restore();
+        ctx.strokeStyle = Theme.alpha(glowTint, 0.03);
+        for (var spread = 12; spread > 0; spread -= 3) {
+            ctx.lineWidth = lineWidth + 2 * spread;
+            ctx.beginPath();
+            ctx.arc(cx, cy, r, start, end, false);
+            ctx.stroke();
+        }
+        ctx.lineWidth = lineWidth;
 
         // The conical gradient runs counter-clockwise, so its stops are listed in reverse
         // to read mint → bright mint → blue clockwise from the top. Its seam sits a little

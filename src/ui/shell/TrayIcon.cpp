@@ -13,17 +13,33 @@
 #include <QScreen>
 #include <QSurfaceFormat>
 #include <QSystemTrayIcon>
+#include <QTimer>
+
+#include <memory>
 
 namespace quill {
 
 TrayIcon::TrayIcon(QObject* parent) : QObject(parent), m_tray(std::make_unique<QSystemTrayIcon>()) {
-    updateIcon();
-    m_tray->setToolTip(m_toolTip);
     connect(m_tray.get(), &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
                 if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
                     activate();
             });
+    // Looking the icons up in the icon themes and asking the desktop for a tray take a
+    // while: they wait for the main window's first frame (see setMainWindow), or for the
+    // event loop where there is no main window.
+    QTimer::singleShot(0, this, [this] {
+        if (!m_mainWindow)
+            start();
+    });
+}
+
+void TrayIcon::start() {
+    if (m_started)
+        return;
+    m_started = true;
+    updateIcon();
+    m_tray->setToolTip(m_toolTip);
     // Without a tray host (plain X servers, the offscreen platform) there is nothing to show.
     if (QSystemTrayIcon::isSystemTrayAvailable())
         m_tray->show();
@@ -35,7 +51,8 @@ void TrayIcon::setSymbol(const QString& symbol) {
     if (m_symbol == symbol)
         return;
     m_symbol = symbol;
-    updateIcon();
+    if (m_started)
+        updateIcon();
     Q_EMIT symbolChanged();
 }
 
@@ -68,10 +85,21 @@ void TrayIcon::setMainWindow(QQuickWindow* window) {
     if (m_mainWindow == window)
         return;
     m_mainWindow = window;
+    if (m_mainWindow && !m_started) {
+        auto connection = std::make_shared<QMetaObject::Connection>();
+        *connection = connect(m_mainWindow, &QQuickWindow::frameSwapped, this, [this, connection] {
+            disconnect(*connection);
+            QTimer::singleShot(0, this, &TrayIcon::start);
+        });
+    }
     Q_EMIT mainWindowChanged();
 }
 
 void TrayIcon::updateIcon() {
+    m_tray->setIcon(currentIcon());
+}
+
+QIcon TrayIcon::currentIcon() const {
     // The installed icons by name, so the desktop draws them in its own panel style: the
     // monochrome one while idle, the mint one during a round. Run from a build tree, the
     // built-in drawings stand in: the idle outline a light neutral that reads on light and
@@ -83,11 +111,11 @@ void TrayIcon::updateIcon() {
         builtIn.addPixmap(QPixmap::fromImage(trayIconImage(m_symbol, size, color)));
     const QString name = running ? appId() : appId() + QStringLiteral("-symbolic");
     // Not fromTheme(name, fallback): that also falls back for an icon found only as SVG.
-    m_tray->setIcon(QIcon::hasThemeIcon(name) ? QIcon::fromTheme(name) : builtIn);
+    return QIcon::hasThemeIcon(name) ? QIcon::fromTheme(name) : builtIn;
 }
 
 QIcon TrayIcon::icon() const {
-    return m_tray->icon();
+    return m_started ? m_tray->icon() : currentIcon();
 }
 
 void TrayIcon::activate() {

@@ -54,7 +54,9 @@ Q_SIGNALS:
     void toolTipChanged();
 
 private:
+    void start();
     void updateIcon();
+    QIcon currentIcon() const;
     void showPanel();
     void onPanelActiveChanged();
 
@@ -64,6 +66,7 @@ private:
     QPointer<QQuickWindow> m_panel;
     QPointer<QQuickWindow> m_mainWindow;
     bool m_panelWasActive = false;
+    bool m_started = false; // icon set and shown
 };
 
 } // namespace quill

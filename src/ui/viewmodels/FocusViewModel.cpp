@@ -60,7 +60,7 @@ void FocusViewModel::refreshHeader() {
     const AppStore* s = store();
     const SessionPhase phase = s ? s->phase() : SessionPhase::idle;
     const bool active = viewtext::isActive(phase);
-    const int hour = s ? s->now().toLocalTime().time().hour() : 12;
+    const int hour = s ? s->localHour() : 12;
 
     QString title = QStringLiteral("今天，练习一次完整的注意");
     if (phase == SessionPhase::microBreak)
