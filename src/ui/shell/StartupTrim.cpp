@@ -29,51 +29,31 @@ long residentKb() {
     return 0;
 }
 
-// A read-only mapping of a file: a library's code and constants, or a font. Dropping our
-// pages of it is always safe, as the kernel reads a page again from the page cache when it
-// is next touched; a mapping with pages of its own (relocations written before it was made
-// read-only) is never dropped, as that would lose them.
-struct Mapping {
-    quintptr start = 0;
-    quintptr end = 0;
-    bool droppable = false;
-};
-
-bool isSharedFile(const QByteArray& path) {
-    return path.startsWith('/') && !path.startsWith("/dev/") && !path.startsWith("/memfd:") &&
-           !path.endsWith("(deleted)");
+bool isFontFile(const QByteArray& path) {
+    static const char* const kSuffixes[] = {".ttc", ".ttf", ".otf", ".otc"};
+    for (const char* suffix : kSuffixes)
+        if (path.endsWith(suffix))
+            return true;
+    return false;
 }
 
-// Start-up runs much code once (loading the QML types, first layout, the first frame), and
-// the kernel maps a file's neighbouring pages with every page touched. What the running app
-// uses it touches again within moments; the rest stays in the page cache, unmapped.
-void dropReadOnlyFilePages() {
-    QFile smaps(QStringLiteral("/proc/self/smaps"));
-    if (!smaps.open(QIODevice::ReadOnly))
+// FreeType maps font files read-only and private; dropping our pages of them is always
+// safe, the kernel reads a page again when a glyph needs it.
+void dropFontPages() {
+    QFile maps(QStringLiteral("/proc/self/maps"));
+    if (!maps.open(QIODevice::ReadOnly))
         return;
-    QList<Mapping> mappings;
-    for (const QByteArray& line : smaps.readAll().split('\n')) {
+    for (const QByteArray& line : maps.readAll().split('\n')) {
         const QList<QByteArray> fields = line.simplified().split(' ');
-        if (fields.isEmpty() || fields[0].isEmpty())
+        if (fields.size() < 6 || !isFontFile(fields[5]) || fields[1].contains('w'))
             continue;
-        if (fields[0] == "Anonymous:" && !mappings.isEmpty() && fields.value(1) != "0") {
-            mappings.last().droppable = false;
-            continue;
-        }
-        const int dash = fields[0].indexOf('-');
-        if (dash <= 0 || fields.size() < 5 || fields[0].endsWith(':'))
-            continue;
+        const QList<QByteArray> range = fields[0].split('-');
         bool okStart = false, okEnd = false;
-        Mapping m;
-        m.start = fields[0].left(dash).toULongLong(&okStart, 16);
-        m.end = fields[0].mid(dash + 1).toULongLong(&okEnd, 16);
-        m.droppable = okStart && okEnd && m.end > m.start && !fields[1].contains('w') &&
-                      fields.size() >= 6 && isSharedFile(fields[5]);
-        mappings.append(m);
+        const quintptr start = range.value(0).toULongLong(&okStart, 16);
+        const quintptr end = range.value(1).toULongLong(&okEnd, 16);
+        if (okStart && okEnd && end > start)
+            madvise(reinterpret_cast<void*>(start), end - start, MADV_DONTNEED);
     }
-    for (const Mapping& m : mappings)
-        if (m.droppable)
-            madvise(reinterpret_cast<void*>(m.start), m.end - m.start, MADV_DONTNEED);
 }
 #endif
 } // namespace
@@ -82,7 +62,7 @@ long trimResidentMemory() {
 #ifdef Q_OS_LINUX
     const long before = residentKb();
     malloc_trim(0);
-    dropReadOnlyFilePages();
+    dropFontPages();
     return std::max(0L, before - residentKb());
 #else
     return 0;
