@@ -4,6 +4,11 @@
 #include <QFile>
 #include <sys/resource.h>
 
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+
 // What the benchmark process itself has used so far, for the window-level harnesses.
 namespace quill::bench {
 
@@ -24,6 +29,21 @@ inline double residentMb() {
         if (line.startsWith("VmRSS:"))
             return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
     return -1;
+}
+
+/// CPU time of each thread of this process by name, in seconds, from the scheduler's own
+/// nanosecond count rather than the sampled ticks (Linux; empty elsewhere).
+inline std::map<std::string, double> threadCpuSeconds() {
+    std::map<std::string, double> out;
+    std::error_code ec;
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task", ec)) {
+        std::string name;
+        std::getline(std::ifstream(task.path() / "comm"), name);
+        double ns = 0;
+        std::ifstream(task.path() / "schedstat") >> ns;
+        out[name] += ns / 1e9;
+    }
+    return out;
 }
 
 } // namespace quill::bench

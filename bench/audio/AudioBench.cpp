@@ -2,6 +2,7 @@
 //   bench_audio --benchmark_counters_tabular=true
 // x_realtime: seconds of sound rendered per second of one core.
 
+#include "../ProcessUsage.h"
 #include "LoopAnalysis.h"
 #include "Loudness.h"
 #include "audio/AmbientPlayer.h"
@@ -13,14 +14,10 @@
 #include "audio/SegmentStreamer.h"
 
 #include <benchmark/benchmark.h>
-#include <sys/resource.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <map>
 #include <string>
 #include <thread>
 #include <vector>
@@ -72,24 +69,6 @@ AmbientLevels allEight() {
     l.master = 0.49f;
     l.sounds.fill(0.49f);
     return l;
-}
-
-long residentKb() {
-    std::ifstream status("/proc/self/status");
-    std::string key;
-    while (status >> key) {
-        long value = 0;
-        if (key == "VmRSS:" && status >> value)
-            return value;
-    }
-    return 0;
-}
-
-double cpuSeconds() {
-    rusage u{};
-    getrusage(RUSAGE_SELF, &u);
-    return double(u.ru_utime.tv_sec + u.ru_stime.tv_sec) +
-           double(u.ru_utime.tv_usec + u.ru_stime.tv_usec) * 1e-6;
 }
 
 void BM_BrownNoise(benchmark::State& state) {
@@ -268,7 +247,7 @@ BENCHMARK(BM_SourceAtDefaults)->DenseRange(0, int(kAmbientSoundCount) - 1)->Iter
 /// Resident memory the seven loaded, playing recordings add to the process.
 void BM_RecordingsMemory(benchmark::State& state) {
     for (auto _ : state) {
-        const long before = residentKb();
+        const double before = bench::residentMb();
         OfflineMix mix;
         AmbientLevels levels = allEight();
         levels.sounds[indexOf(AmbientSound::brownNoise)] = 0.0f;
@@ -278,25 +257,10 @@ void BM_RecordingsMemory(benchmark::State& state) {
             mix.device->render(1024);
             mix.scheduler->tick(1);
         }
-        state.counters["added_MB"] = double(residentKb() - before) / 1024.0;
+        state.counters["added_MB"] = bench::residentMb() - before;
     }
 }
 BENCHMARK(BM_RecordingsMemory)->Iterations(1);
-
-/// CPU time of each thread of this process by name, in seconds, from the scheduler's own
-/// nanosecond count rather than the sampled ticks (Linux; empty elsewhere).
-std::map<std::string, double> threadCpuSeconds() {
-    std::map<std::string, double> out;
-    std::error_code ec;
-    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task", ec)) {
-        std::string name;
-        std::getline(std::ifstream(task.path() / "comm"), name);
-        double ns = 0;
-        std::ifstream(task.path() / "schedstat") >> ns;
-        out[name] += ns / 1e9;
-    }
-    return out;
-}
 
 /// CPU of the whole process while all eight sources play in real time through SDL (its
 /// dummy driver when no sound server is set, PulseAudio when PULSE_SERVER names one), with
@@ -324,14 +288,14 @@ void BM_RunningMixCpu(benchmark::State& state) {
             }
         };
         run(3);
-        const double cpu0 = cpuSeconds();
-        const auto threads0 = threadCpuSeconds();
+        const double cpu0 = bench::cpuSeconds();
+        const auto threads0 = bench::threadCpuSeconds();
         const auto wall0 = std::chrono::steady_clock::now();
         run(20);
         const double wall =
             std::chrono::duration<double>(std::chrono::steady_clock::now() - wall0).count();
-        state.counters["cpu_percent_of_core"] = 100.0 * (cpuSeconds() - cpu0) / wall;
-        for (const auto& [name, seconds] : threadCpuSeconds()) {
+        state.counters["cpu_percent_of_core"] = 100.0 * (bench::cpuSeconds() - cpu0) / wall;
+        for (const auto& [name, seconds] : bench::threadCpuSeconds()) {
             const auto before = threads0.find(name);
             const double used = seconds - (before == threads0.end() ? 0.0 : before->second);
             if (used > 0)

@@ -1,5 +1,7 @@
 #include "audio/Resampler.h"
 
+#include "audio/KaiserSinc.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -8,19 +10,7 @@
 namespace quill {
 
 namespace {
-constexpr double kPi = 3.14159265358979323846;
 constexpr double kBeta = 7.5; // Kaiser window: side lobes near -75 dB
-
-double besselI0(double x) {
-    double sum = 1, term = 1;
-    for (int k = 1; k < 40; ++k) {
-        term *= (x / (2 * k)) * (x / (2 * k));
-        sum += term;
-        if (term < sum * 1e-16)
-            break;
-    }
-    return sum;
-}
 
 // Four lanes on every target we build for (SSE on x86-64, NEON on ARM), written once.
 using Lanes = float __attribute__((vector_size(16)));
@@ -75,17 +65,11 @@ void Resampler::setRates(double sourceRate, double outputRate) {
 }
 
 void Resampler::fillRow(float* row, double frac) const {
-    const double half = kTaps / 2.0;
+    const KaiserSinc kernel(m_cutoff, kTaps / 2.0, kBeta);
     double taps[kTaps];
     double sum = 0;
     for (int j = 0; j < kTaps; ++j) {
-        const double d = j - half + 1 - frac; // distance of tap j from the output instant
-        const double x = 2 * m_cutoff * d;
-        const double sinc = d == 0 ? 1.0 : std::sin(kPi * x) / (kPi * x);
-        const double u = d / half;
-        const double window =
-            std::fabs(u) >= 1 ? 0.0 : besselI0(kBeta * std::sqrt(1 - u * u)) / besselI0(kBeta);
-        taps[j] = sinc * window;
+        taps[j] = kernel(j - kTaps / 2.0 + 1 - frac); // tap j's distance from the output instant
         sum += taps[j];
     }
     // Unity gain at DC in every phase, so a steady level does not ripple.

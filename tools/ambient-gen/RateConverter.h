@@ -2,6 +2,8 @@
 
 #include "LoopCanvas.h"
 
+#include "audio/KaiserSinc.h"
+
 #include <numeric>
 
 namespace ambientgen {
@@ -17,14 +19,7 @@ inline LoopCanvas atRate(const LoopCanvas& in, int rate) {
     constexpr int kHalf = 64;
     constexpr double kBeta = 9.5;
     const double cutoff = 0.925 * 0.5 * std::min(1.0, double(rate) / in.rate); // of input rate
-    auto i0 = [](double x) {
-        double sum = 1, term = 1;
-        for (int k = 1; k < 60; ++k) {
-            term *= (x / (2 * k)) * (x / (2 * k));
-            sum += term;
-        }
-        return sum;
-    };
+    const quill::KaiserSinc kernel(cutoff, kHalf, kBeta);
     // One kernel per fractional position; tap j weighs input frame floor(t) - kHalf + 1 + j.
     std::vector<std::vector<float>> kernels(std::size_t(up), std::vector<float>(2 * kHalf));
     for (int p = 0; p < up; ++p) {
@@ -32,12 +27,7 @@ inline LoopCanvas atRate(const LoopCanvas& in, int rate) {
         double sum = 0;
         std::vector<double> h(2 * kHalf);
         for (int j = 0; j < 2 * kHalf; ++j) {
-            const double d = double(j - kHalf + 1) - frac;
-            const double x = 2 * cutoff * d;
-            const double sinc = d == 0 ? 1.0 : std::sin(kPi * x) / (kPi * x);
-            const double u = d / kHalf;
-            h[std::size_t(j)] =
-                std::fabs(u) >= 1 ? 0.0 : sinc * i0(kBeta * std::sqrt(1 - u * u)) / i0(kBeta);
+            h[std::size_t(j)] = kernel(double(j - kHalf + 1) - frac);
             sum += h[std::size_t(j)];
         }
         for (int j = 0; j < 2 * kHalf; ++j)
