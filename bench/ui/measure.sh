@@ -13,7 +13,8 @@
 #     one or two in 30 s); with PulseAudio also the daemon's own cpu_percent.
 # Everything runs with a private D-Bus session bus, as on a desktop (without one, Qt starts
 # dbus-launch for the tray's first question, which a user never waits for).
-# Then the harness bench_ui_app (the app's own start-up path with measuring hooks) for the
+# Then, for reference, the same rest figures for an empty QApplication with a 0.25 s timer
+# (Qt's floor on the machine at hand). Then the harness bench_ui_app (the app's own start-up path with measuring hooks) for the
 # first painted frame and the same figures at rest, on the default (software) scene graph,
 # and for the time the first play of ambient sound after rest takes to start the output
 # (ambient_play_ms) and a play a few seconds after a stop (ambient_replay_ms);
@@ -205,6 +206,15 @@ for audio in none pulse; do
     echo "== quillmere, sound server: $audio"
     measure_real_app "$audio" | sed 's/^/   /'
 done
+
+# The floor on this machine: a bare QApplication with the same 0.25 s step and nothing else.
+fresh_home floor
+echo "== Qt floor (bench_ui_qt_floor: an empty QApplication with a 0.25 s timer)"
+"$build/bench/ui/bench_ui_qt_floor" >/dev/null 2>&1 &
+floor_pid=$!
+pids+=("$floor_pid")
+measure_state rest "$floor_pid" | sed 's/^/   /'
+kill "$floor_pid"; wait "$floor_pid" 2>/dev/null || true
 
 if command -v pulseaudio >/dev/null; then
     fresh_home harness-sound

@@ -16,10 +16,8 @@ std::shared_ptr<SoundPlayer> createSoundPlayer() {
 
 std::shared_ptr<AmbientOutput> createAmbientOutput() {
     AmbientPlayer::Environment env;
-    auto device = std::make_shared<SdlAudioDevice>(AmbientPlayer::kOutputBufferFrames);
-    // The first play must not wait for the audio system (a sound server takes ~0.2 s).
-    device->prepareInBackground();
-    env.device = device;
+    // Nothing of the audio system is loaded until the first play: most of the day nothing plays.
+    env.device = std::make_shared<SdlAudioDevice>(AmbientPlayer::kOutputBufferFrames);
     env.scheduler = std::make_shared<PreciseTimerScheduler>();
     return std::make_shared<AmbientPlayer>(std::move(env));
 }

@@ -1,6 +1,6 @@
 #include "audio/LoopingTrack.h"
 
-#include <sndfile.h>
+#include "audio/SndfileLibrary.h"
 
 #include <algorithm>
 #include <limits>
@@ -9,12 +9,15 @@ namespace quill {
 
 std::unique_ptr<LoopingTrack> LoopingTrack::open(const QString& path) {
     // Only the header is read here; decoding happens on the streamer's thread.
+    const SndfileLibrary* sndfile = SndfileLibrary::get();
+    if (!sndfile)
+        return nullptr;
     SF_INFO info{};
-    SNDFILE* file = sf_open(path.toLocal8Bit().constData(), SFM_READ, &info);
+    SNDFILE* file = sndfile->open(path.toLocal8Bit().constData(), SFM_READ, &info);
     if (!file)
         return nullptr;
     const bool usable = info.frames >= 1 && info.channels >= 1 && info.samplerate > 0;
-    sf_close(file);
+    sndfile->close(file);
     if (!usable)
         return nullptr;
     return std::unique_ptr<LoopingTrack>(new LoopingTrack(path, info.frames, info.samplerate));

@@ -1,11 +1,10 @@
 #include "audio/SdlAudioDevice.h"
 
 #include "audio/AudioRenderer.h"
+#include "audio/SdlLibrary.h"
 
-#include <SDL.h>
-
+#include <cstring>
 #include <mutex>
-#include <string_view>
 
 namespace quill {
 
@@ -17,8 +16,10 @@ std::mutex& sdlMutex() {
     return m;
 }
 
-QString sdlError() {
-    const QString e = QString::fromUtf8(SDL_GetError());
+QString sdlError(const SdlLibrary* sdl) {
+    if (!sdl)
+        return QStringLiteral("SDL2 is not installed");
+    const QString e = QString::fromUtf8(sdl->getError());
     return e.isEmpty() ? QStringLiteral("unknown audio error") : e;
 }
 } // namespace
@@ -26,50 +27,36 @@ QString sdlError() {
 SdlAudioDevice::SdlAudioDevice(int bufferFrames) : m_bufferFrames(bufferFrames) {}
 
 SdlAudioDevice::~SdlAudioDevice() {
-    if (m_preparer.joinable())
-        m_preparer.join();
-    stop();
-    std::lock_guard lock(sdlMutex());
-    if (m_initialised)
-        SDL_QuitSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS);
+    release();
 }
 
 void SdlAudioDevice::release() {
     stop();
     std::lock_guard lock(sdlMutex());
-    if (m_initialised && !m_keepWhenIdle) {
-        SDL_QuitSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS);
+    if (m_initialised) {
+        m_sdl->quitSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS);
         m_initialised = false;
     }
-}
-
-void SdlAudioDevice::prepareInBackground() {
-    if (m_preparer.joinable())
-        return;
-    m_preparer = std::thread([this] {
-        std::lock_guard lock(sdlMutex());
-        if (ensureInitialised(nullptr) && !m_keepWhenIdle) {
-            SDL_QuitSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS);
-            m_initialised = false;
-        }
-    });
 }
 
 bool SdlAudioDevice::ensureInitialised(QString* error) {
     if (m_initialised)
         return true;
-    // Qt owns the process's signals; SDL must not install its own quit handlers.
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Quillmere");
-    if (SDL_InitSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS) != 0) {
+    m_sdl = SdlLibrary::get();
+    if (!m_sdl) {
         if (error)
-            *error = sdlError();
+            *error = sdlError(nullptr);
+        return false;
+    }
+    // Qt owns the process's signals; SDL must not install its own quit handlers.
+    m_sdl->setHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    m_sdl->setHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Quillmere");
+    if (m_sdl->initSubSystem(SDL_INIT_AUDIO | SDL_INIT_EVENTS) != 0) {
+        if (error)
+            *error = sdlError(m_sdl);
         return false;
     }
     m_initialised = true;
-    // ALSA's backend wakes every 100 ms to look for new devices; a sound server tells.
-    const char* driver = SDL_GetCurrentAudioDriver();
-    m_keepWhenIdle = driver && std::string_view(driver) != "alsa";
     return true;
 }
 
@@ -79,9 +66,9 @@ double SdlAudioDevice::preferredSampleRate() {
         return 0.0;
     SDL_AudioSpec spec{};
     char* name = nullptr;
-    if (SDL_GetDefaultAudioInfo(&name, &spec, 0) != 0)
+    if (m_sdl->getDefaultAudioInfo(&name, &spec, 0) != 0)
         return 0.0;
-    SDL_free(name);
+    m_sdl->free(name);
     return spec.freq > 0 ? double(spec.freq) : 0.0;
 }
 
@@ -100,18 +87,18 @@ bool SdlAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString* 
     SDL_AudioSpec have{};
     m_renderer = renderer;
     // No changes allowed: SDL converts, so the graph keeps the rate it was built for.
-    const SDL_AudioDeviceID device = SDL_OpenAudioDevice(nullptr, 0, &want, &have, 0);
+    const SDL_AudioDeviceID device = m_sdl->openAudioDevice(nullptr, 0, &want, &have, 0);
     if (device == 0) {
         m_renderer = nullptr;
         if (error)
-            *error = sdlError();
+            *error = sdlError(m_sdl);
         return false;
     }
     m_device = device;
     m_rate = want.freq;
     m_polls = 0;
-    SDL_FlushEvents(SDL_AUDIODEVICEADDED, SDL_AUDIODEVICEREMOVED);
-    SDL_PauseAudioDevice(m_device, 0);
+    m_sdl->flushEvents(SDL_AUDIODEVICEADDED, SDL_AUDIODEVICEREMOVED);
+    m_sdl->pauseAudioDevice(m_device, 0);
     return true;
 }
 
@@ -120,7 +107,7 @@ void SdlAudioDevice::stop() {
         return;
     std::lock_guard lock(sdlMutex());
     // Closing joins SDL's audio thread, so the renderer is never called after this.
-    SDL_CloseAudioDevice(m_device);
+    m_sdl->closeAudioDevice(m_device);
     m_device = 0;
     m_renderer = nullptr;
 }
@@ -131,16 +118,16 @@ AudioDevice::Event SdlAudioDevice::takeEvent() {
     bool removed = false;
     {
         std::lock_guard lock(sdlMutex());
-        SDL_PumpEvents();
+        m_sdl->pumpEvents();
         SDL_Event events[8];
         int n = 0;
-        while ((n = SDL_PeepEvents(events, 8, SDL_GETEVENT, SDL_AUDIODEVICEREMOVED,
-                                   SDL_AUDIODEVICEREMOVED)) > 0)
+        while ((n = m_sdl->peepEvents(events, 8, SDL_GETEVENT, SDL_AUDIODEVICEREMOVED,
+                                      SDL_AUDIODEVICEREMOVED)) > 0)
             for (int i = 0; i < n; ++i)
                 if (events[i].adevice.which == m_device && !events[i].adevice.iscapture)
                     removed = true;
-        SDL_FlushEvent(SDL_AUDIODEVICEADDED);
-        if (SDL_GetAudioDeviceStatus(m_device) == SDL_AUDIO_STOPPED)
+        m_sdl->flushEvent(SDL_AUDIODEVICEADDED);
+        if (m_sdl->getAudioDeviceStatus(m_device) == SDL_AUDIO_STOPPED)
             removed = true;
     }
     if (removed)
@@ -160,7 +147,7 @@ void SdlAudioDevice::callback(void* self, std::uint8_t* stream, int length) {
     if (device->m_renderer)
         device->m_renderer->render(reinterpret_cast<float*>(stream), frames);
     else
-        SDL_memset(stream, 0, std::size_t(length));
+        std::memset(stream, 0, std::size_t(length));
 }
 
 } // namespace quill

@@ -2,8 +2,8 @@
 
 #include "audio/Resampler.h"
 
+#include "audio/SndfileLibrary.h"
 #include <pthread.h>
-#include <sndfile.h>
 
 #include <algorithm>
 
@@ -33,7 +33,7 @@ struct SegmentStreamer::Stream {
     ~Stream() { closeFile(); }
     void closeFile() {
         if (file)
-            sf_close(file);
+            SndfileLibrary::get()->close(file);
         file = nullptr;
         blockFrames = blockPos = 0;
     }
@@ -46,12 +46,15 @@ struct SegmentStreamer::Stream {
         resampler.reset();
     }
     bool openSegment() {
+        const SndfileLibrary* sndfile = SndfileLibrary::get();
+        if (!sndfile)
+            return false;
         SF_INFO info{};
-        file = sf_open(path.constData(), SFM_READ, &info);
+        file = sndfile->open(path.constData(), SFM_READ, &info);
         if (!file)
             return false;
         if (info.channels < 1 || info.samplerate <= 0 ||
-            sf_seek(file, segment.startFrame, SEEK_SET) < 0) {
+            sndfile->seek(file, segment.startFrame, SEEK_SET) < 0) {
             closeFile();
             return false;
         }
@@ -67,7 +70,7 @@ struct SegmentStreamer::Stream {
             if (remaining <= 0 || !file)
                 return false;
             const sf_count_t want = std::min<sf_count_t>(kBlockFrames, remaining);
-            blockFrames = sf_readf_float(file, block.data(), want);
+            blockFrames = SndfileLibrary::get()->readfFloat(file, block.data(), want);
             blockPos = 0;
             if (blockFrames <= 0) {
                 blockFrames = 0;

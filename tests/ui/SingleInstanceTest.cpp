@@ -2,6 +2,7 @@
 
 #include <QLocalServer>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QUuid>
 #include <gtest/gtest.h>
 
@@ -47,12 +48,25 @@ TEST(SingleInstanceTest, ASocketLeftByACrashedInstanceIsTakenOver) {
     EXPECT_FALSE(later.claim());
 }
 
-TEST(SingleInstanceTest, DifferentKeysDoNotMeet) {
+TEST(SingleInstanceTest, DifferentKeysOrSessionsDoNotMeet) {
     SingleInstance a(uniqueKey());
     SingleInstance b(uniqueKey());
     EXPECT_TRUE(a.claim());
     EXPECT_TRUE(b.claim());
     EXPECT_NE(a.serverName(), b.serverName());
+
+    // Two sessions of one user (two runtime folders) each keep their own instance.
+    const QByteArray saved = qgetenv("XDG_RUNTIME_DIR");
+    QTemporaryDir first, second;
+    const QString key = uniqueKey();
+    qputenv("XDG_RUNTIME_DIR", first.path().toLocal8Bit());
+    SingleInstance inFirst(key);
+    qputenv("XDG_RUNTIME_DIR", second.path().toLocal8Bit());
+    SingleInstance inSecond(key);
+    qputenv("XDG_RUNTIME_DIR", saved);
+    EXPECT_TRUE(inFirst.serverName().startsWith(first.path()));
+    EXPECT_TRUE(inFirst.claim());
+    EXPECT_TRUE(inSecond.claim());
 }
 
 } // namespace

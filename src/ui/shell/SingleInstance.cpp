@@ -2,6 +2,8 @@
 
 #include "ui/UiLog.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QLocalServer>
 #include <QLocalSocket>
 
@@ -9,10 +11,21 @@ namespace quill {
 
 namespace {
 constexpr int kConnectTimeoutMs = 500;
+constexpr int kMaxSocketPath = 100; // sun_path holds 108 bytes on Linux, 104 on macOS
 const QByteArray kActivate = QByteArrayLiteral("activate\n");
 } // namespace
 
 SingleInstance::SingleInstance(const QString& key, QObject* parent) : QObject(parent) {
+    // The session's own runtime folder is private to the user and to this login, so a second
+    // session (or a test with its own runtime folder) never meets this one.
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    if (!runtime.isEmpty() && QFileInfo(runtime).isDir()) {
+        const QString path = QDir(runtime).filePath(key);
+        if (path.toLocal8Bit().size() <= kMaxSocketPath) {
+            m_serverName = path;
+            return;
+        }
+    }
     QString user = qEnvironmentVariable("USER");
     if (user.isEmpty())
         user = qEnvironmentVariable("USERNAME");

@@ -14,7 +14,8 @@ class SingleInstance : public QObject {
     Q_OBJECT
 
 public:
-    /// `key` names the socket; the user name is added so users do not meet each other.
+    /// `key` names the socket, which lives in the session's runtime folder; without one, in
+    /// the temporary folder with the user name added, so users do not meet each other.
     explicit SingleInstance(const QString& key, QObject* parent = nullptr);
     ~SingleInstance() override;
 

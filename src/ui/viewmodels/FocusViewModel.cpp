@@ -38,8 +38,10 @@ void FocusViewModel::connectStore(AppStore* s) {
     // the time at most once per step, and only when a shown value changed.
     connect(s, &AppStore::stepped, this, [this] {
         // At rest a step can only turn the hour of the greeting; the rest follows the
-        // phase and the settings, which notify on their own.
-        refreshHeader();
+        // phase and the settings, which notify on their own. Comparing the hour keeps the
+        // four steps a second at rest from building any text.
+        if (store()->localHour() != m_headerHour)
+            refreshHeader();
         if (!viewtext::isActive(store()->phase()))
             return;
         refreshTimer();
@@ -61,6 +63,7 @@ void FocusViewModel::refreshHeader() {
     const SessionPhase phase = s ? s->phase() : SessionPhase::idle;
     const bool active = viewtext::isActive(phase);
     const int hour = s ? s->localHour() : 12;
+    m_headerHour = hour;
 
     QString title = QStringLiteral("今天，练习一次完整的注意");
     if (phase == SessionPhase::microBreak)

@@ -114,6 +114,7 @@ private:
     QString captionTaskName() const;
 
     QString m_greeting, m_title, m_subtitle;
+    int m_headerHour = -1; // the local hour the greeting was chosen for
     QString m_todayMinutesText, m_todayWanderText, m_streakText, m_recommendationText;
     QString m_timerText, m_timerCaption;
     double m_progress = 1.0;
