@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import QtQuick.Controls.Basic
 import Quillmere
 
@@ -9,7 +10,7 @@ Item {
     property AppStore store
     property SettingsBridge settings
 
-    FocusViewModel { id: vm; store: screen.store }
+    FocusViewModel { id: vm; store: screen.store; window: screen.Window.window }
     ControlCardViewModel { id: controls; store: screen.store }
 
     Flickable {

@@ -42,11 +42,46 @@ void FocusViewModel::connectStore(AppStore* s) {
         // four steps a second at rest from building any text.
         if (store()->localHour() != m_headerHour)
             refreshHeader();
-        if (!viewtext::isActive(store()->phase()))
+        if (!m_shown || !viewtext::isActive(store()->phase()))
             return;
         refreshTimer();
         refreshMetrics();
     });
+}
+
+void FocusViewModel::setWindow(QWindow* window) {
+    if (m_window == window)
+        return;
+    if (m_window) {
+        m_window->removeEventFilter(this);
+        disconnect(m_window, nullptr, this, nullptr);
+    }
+    m_window = window;
+    if (m_window) {
+        m_window->installEventFilter(this);
+        connect(m_window, &QWindow::visibilityChanged, this, &FocusViewModel::updateShown);
+    }
+    updateShown();
+    Q_EMIT windowChanged();
+}
+
+bool FocusViewModel::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_window && event->type() == QEvent::Expose)
+        updateShown();
+    return false;
+}
+
+void FocusViewModel::updateShown() {
+    const QWindow::Visibility visibility = m_window ? m_window->visibility() : QWindow::Windowed;
+    const bool shown = !m_window || (m_window->isExposed() && visibility != QWindow::Hidden &&
+                                     visibility != QWindow::Minimized);
+    if (shown == m_shown)
+        return;
+    m_shown = shown;
+    if (m_shown) {
+        refreshTimer();
+        refreshMetrics();
+    }
 }
 
 void FocusViewModel::refreshAll() {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QPointer>
+#include <QWindow>
+
 #include "StoreViewModel.h"
 
 namespace quill {
@@ -55,6 +58,10 @@ class FocusViewModel : public StoreViewModel {
     Q_PROPERTY(QString wanderCountText READ wanderCountText NOTIFY countsChanged)
     /// "N 次" of this round's fatigue signals.
     Q_PROPERTY(QString fatigueCountText READ fatigueCountText NOTIFY countsChanged)
+    /// The window the screen is in. While it is hidden, minimised or covered up entirely
+    /// (not exposed), the steps leave the time and the ring alone: nobody sees them, and
+    /// every change would relayout text and repaint the ring. They catch up when it shows.
+    Q_PROPERTY(QWindow* window READ window WRITE setWindow NOTIFY windowChanged)
 
 public:
     explicit FocusViewModel(QObject* parent = nullptr);
@@ -82,6 +89,8 @@ public:
     QString nextReminderText() const { return m_nextReminderText; }
     QString wanderCountText() const { return m_wanderCountText; }
     QString fatigueCountText() const { return m_fatigueCountText; }
+    QWindow* window() const { return m_window; }
+    void setWindow(QWindow* window);
 
     /// Start (idle), skip the break (micro-break), or pause/resume (focusing/paused).
     Q_INVOKABLE void primaryAction();
@@ -99,12 +108,16 @@ Q_SIGNALS:
     void phaseStateChanged();
     void metricsChanged();
     void countsChanged();
+    void windowChanged();
 
 protected:
     void connectStore(AppStore* store) override;
     void refreshAll() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void updateShown();
+
     void refreshHeader();
     void refreshStatistics();
     void refreshTimer();
@@ -115,6 +128,8 @@ private:
 
     QString m_greeting, m_title, m_subtitle;
     int m_headerHour = -1; // the local hour the greeting was chosen for
+    QPointer<QWindow> m_window;
+    bool m_shown = true; // with no window (tests, tools) the view always follows the steps
     QString m_todayMinutesText, m_todayWanderText, m_streakText, m_recommendationText;
     QString m_timerText, m_timerCaption;
     double m_progress = 1.0;
