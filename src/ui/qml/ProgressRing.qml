@@ -3,14 +3,15 @@ import QtQuick.Window
 import Quillmere
 
 // The countdown ring: a hairline track, a faint glow of the phase tint and the gradient arc
-// from 12 o'clock. Repainted only when the arc's end moves by a quarter of a device pixel or
-// a colour changes: in a 50-minute round that is about once a second, not at every step.
+// from 12 o'clock. Repainted only when the arc's end moves by a device pixel or a colour
+// changes: in a 50-minute round that is every few seconds, not at every step. Each repaint
+// strokes the whole ring and its glow, which is most of a shown round's cost.
 Canvas {
     id: ring
     property real progress: 1.0
     readonly property real drawnProgress: {
         var radius = Math.min(width, height) / 2 - lineWidth / 2 - 12;
-        var steps = Math.max(1, Math.round(8 * Math.PI * radius * Screen.devicePixelRatio));
+        var steps = Math.max(1, Math.round(2 * Math.PI * radius * Screen.devicePixelRatio));
         return Math.round(Math.max(0, Math.min(1, progress)) * steps) / steps;
     }
     property real lineWidth: 17
