@@ -12,7 +12,6 @@ const SdlLibrary* SdlLibrary::get() {
         library.bind("SDL_InitSubSystem", sdl.initSubSystem);
         library.bind("SDL_QuitSubSystem", sdl.quitSubSystem);
         library.bind("SDL_GetError", sdl.getError);
-        library.bind("SDL_GetCurrentAudioDriver", sdl.getCurrentAudioDriver);
         library.bind("SDL_GetDefaultAudioInfo", sdl.getDefaultAudioInfo);
         library.bind("SDL_free", sdl.free);
         library.bind("SDL_OpenAudioDevice", sdl.openAudioDevice);

@@ -18,7 +18,6 @@ public:
     decltype(&::SDL_InitSubSystem) initSubSystem = nullptr;
     decltype(&::SDL_QuitSubSystem) quitSubSystem = nullptr;
     decltype(&::SDL_GetError) getError = nullptr;
-    decltype(&::SDL_GetCurrentAudioDriver) getCurrentAudioDriver = nullptr;
     decltype(&::SDL_GetDefaultAudioInfo) getDefaultAudioInfo = nullptr;
     decltype(&::SDL_free) free = nullptr;
     decltype(&::SDL_OpenAudioDevice) openAudioDevice = nullptr;
