@@ -20,7 +20,8 @@ struct SegmentStreamer::Stream {
     std::int64_t generation = -1;
     bool inSegment = false;
     LoopVoice::Segment segment;
-    std::int64_t remaining = 0; // source frames of the segment still to read
+    std::int64_t remaining = 0;              // source frames of the segment still to read
+    const SndfileLibrary* sndfile = nullptr; // set with the first file opened
     SNDFILE* file = nullptr;
     int channels = 0;
     double fileRate = 0.0;
@@ -33,7 +34,7 @@ struct SegmentStreamer::Stream {
     ~Stream() { closeFile(); }
     void closeFile() {
         if (file)
-            SndfileLibrary::get()->close(file);
+            sndfile->close(file);
         file = nullptr;
         blockFrames = blockPos = 0;
     }
@@ -46,7 +47,7 @@ struct SegmentStreamer::Stream {
         resampler.reset();
     }
     bool openSegment() {
-        const SndfileLibrary* sndfile = SndfileLibrary::get();
+        sndfile = SndfileLibrary::get();
         if (!sndfile)
             return false;
         SF_INFO info{};
@@ -70,7 +71,7 @@ struct SegmentStreamer::Stream {
             if (remaining <= 0 || !file)
                 return false;
             const sf_count_t want = std::min<sf_count_t>(kBlockFrames, remaining);
-            blockFrames = SndfileLibrary::get()->readfFloat(file, block.data(), want);
+            blockFrames = sndfile->readfFloat(file, block.data(), want);
             blockPos = 0;
             if (blockFrames <= 0) {
                 blockFrames = 0;

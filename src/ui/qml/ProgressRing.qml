@@ -9,8 +9,8 @@ import Quillmere
 Canvas {
     id: ring
     property real progress: 1.0
+    readonly property real radius: Math.min(width, height) / 2 - lineWidth / 2 - 12
     readonly property real drawnProgress: {
-        var radius = Math.min(width, height) / 2 - lineWidth / 2 - 12;
         var steps = Math.max(1, Math.round(2 * Math.PI * radius * Screen.devicePixelRatio));
         return Math.round(Math.max(0, Math.min(1, progress)) * steps) / steps;
     }
@@ -32,7 +32,7 @@ Canvas {
         var ctx = getContext("2d");
         ctx.reset();
         var cx = width / 2, cy = height / 2;
-        var r = Math.min(width, height) / 2 - lineWidth / 2 - 12;
+        var r = radius;
         var start = -Math.PI / 2;
         var end = start + 2 * Math.PI * drawnProgress;
 
