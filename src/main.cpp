@@ -27,6 +27,8 @@ int main(int argc, char** argv) {
     if (!instance.claim())
         return 0;
 
+    // Fonts first: the icon is drawn with the icon font.
+    quill::UiRuntime::prepareApplication();
     quill::addInstalledIconPath(QApplication::applicationDirPath());
     QString iconSource;
     QApplication::setWindowIcon(quill::applicationIcon(&iconSource));
@@ -35,7 +37,6 @@ int main(int argc, char** argv) {
                          << quill::AmbientResources().locate(QStringLiteral("rain"));
 
     quill::linkUiModule();
-    quill::UiRuntime::prepareApplication();
 
     quill::UiRuntime runtime(quill::makeDesktopServices());
     if (!runtime.load())

@@ -2,6 +2,7 @@
 
 #include "MainWindowRestorer.h"
 #include "StartupTrim.h"
+#include "Symbols.h"
 #include "store/AppStore.h"
 #include "ui/UiLog.h"
 
@@ -25,6 +26,7 @@ void UiRuntime::prepareApplication() {
     QFont font(QStringLiteral("Noto Sans CJK SC"));
     font.setStyleHint(QFont::SansSerif);
     QGuiApplication::setFont(font);
+    Symbols::preferPlainFontFile();
     // The screens draw their own controls; the Basic style keeps platform styles out.
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     // The software scene graph repaints only the changed regions (the time, the ring) and

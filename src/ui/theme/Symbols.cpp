@@ -2,7 +2,9 @@
 
 #include "ui/UiLog.h"
 
+#include <QFontDatabase>
 #include <QSet>
+#include <QStandardPaths>
 #include <array>
 
 namespace quill {
@@ -139,6 +141,21 @@ QString Symbols::glyph(const QString& name) {
         qCWarning(lcUi) << "Unknown symbol name:" << name;
     }
     return QString();
+}
+
+void Symbols::preferPlainFontFile() {
+    // Debian's package installs the font as TrueType, WOFF and WOFF2, and fontconfig may hand
+    // out the WOFF2 copy first. FreeType then inflates it into the heap (350 KB, and a few ms
+    // of Brotli at start-up); the TrueType file is mapped from disk instead. Of copies with
+    // the same family and style, the one registered last is used, so the system's fonts are
+    // listed before ours is added.
+    static const QString kFile =
+        QStringLiteral("fonts/truetype/material-design-icons-iconfont/MaterialIcons-Regular.ttf");
+    const QString path = QStandardPaths::locate(QStandardPaths::GenericDataLocation, kFile);
+    if (path.isEmpty() || !QFontDatabase::hasFamily(fontFamily()))
+        return;
+    if (QFontDatabase::addApplicationFont(path) < 0)
+        qCWarning(lcUi) << "The icon font could not be registered:" << path;
 }
 
 bool Symbols::contains(const QString& name) {

@@ -22,6 +22,9 @@ public:
     explicit Symbols(QObject* parent = nullptr) : QObject(parent) {}
 
     static QString fontFamily() { return QStringLiteral("Material Icons"); }
+    /// Registers the font's plain TrueType file where the system has one, so the glyphs come
+    /// from that file rather than from a compressed web copy of the same family.
+    static void preferPlainFontFile();
     /// The glyph for a symbol name; empty (and one warning) for a name not in the table.
     Q_INVOKABLE static QString glyph(const QString& name);
     /// True for names the table knows.
