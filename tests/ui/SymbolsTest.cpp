@@ -1,10 +1,13 @@
 #include "ui/theme/Symbols.h"
 #include "audio/AmbientSound.h"
 #include "ui/UiModule.h"
+#include "ui/theme/SymbolDrawing.h"
 
 #include <QDirIterator>
 #include <QFile>
 #include <QFontDatabase>
+#include <QImage>
+#include <QPainter>
 #include <QRawFont>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
@@ -40,6 +43,41 @@ TEST(SymbolsTest, OnlyTheBareLeafIsDrawnAsAnOutline) {
     EXPECT_TRUE(Symbols::isOutline(QStringLiteral("leaf")));
     EXPECT_FALSE(Symbols::isOutline(QStringLiteral("leaf.fill")));
     EXPECT_EQ(Symbols::glyph(QStringLiteral("leaf")), Symbols::glyph(QStringLiteral("leaf.fill")));
+}
+
+TEST(SymbolsTest, DrawnSymbolsFillTheirBoxInTheirColourAndNothingOutside) {
+    int drawn = 0;
+    for (const QString& name : Symbols::names()) {
+        if (!Symbols::isDrawn(name))
+            continue;
+        ++drawn;
+        SymbolDrawing drawing;
+        drawing.setName(name);
+        drawing.setColor(QColor(255, 0, 0, 128));
+        drawing.setSize(QSizeF(24, 24));
+        // A frame of 8 px around the box shows anything drawn outside it.
+        QImage image(40, 40, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        painter.translate(8, 8);
+        drawing.paint(&painter);
+        painter.end();
+        int inside = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor pixel = image.pixelColor(x, y);
+                if (pixel.alpha() == 0)
+                    continue;
+                const bool inBox = x >= 8 && x < 32 && y >= 8 && y < 32;
+                EXPECT_TRUE(inBox) << name.toStdString() << " at " << x << "," << y;
+                EXPECT_LE(pixel.alpha(), 129) << name.toStdString() << ": overlaps add up";
+                EXPECT_EQ(pixel.green(), 0);
+                inside += inBox;
+            }
+        EXPECT_GT(inside, 24 * 24 / 10) << name.toStdString();
+    }
+    EXPECT_EQ(drawn, 3);
+    EXPECT_FALSE(Symbols::isDrawn(QStringLiteral("leaf.fill")));
 }
 
 TEST(SymbolsTest, TheCatalogueSymbolsAreInTheTable) {

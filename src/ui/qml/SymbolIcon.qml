@@ -1,18 +1,17 @@
 import QtQuick
-import QtQuick.Window
 import Quillmere
 
 // One symbol from the mapping table, drawn with the icon font, or for the few symbols the
-// font has no fitting glyph for, from a small drawing in the same box and colour.
+// font has no fitting glyph for, by a drawing in the same box and colour.
 Text {
     id: icon
     property string name: ""
     property real size: 13
-    readonly property string drawing: Symbols.svg(name, color)
+    readonly property bool drawn: Symbols.isDrawn(name)
     // A drawn symbol keeps the glyph for its box, painted fully transparent.
-    text: drawing === "" ? Symbols.glyph(name)
-                         : "<font color=\"#00000000\">" + Symbols.glyph(name) + "</font>"
-    textFormat: drawing === "" ? Text.PlainText : Text.StyledText
+    text: drawn ? "<font color=\"#00000000\">" + Symbols.glyph(name) + "</font>"
+                : Symbols.glyph(name)
+    textFormat: drawn ? Text.StyledText : Text.PlainText
     font.family: Symbols.fontFamily
     font.pixelSize: size
     color: Theme.primaryText
@@ -20,14 +19,14 @@ Text {
     verticalAlignment: Text.AlignVCenter
     Accessible.ignored: true
 
-    Image {
-        visible: icon.drawing !== ""
+    Loader {
+        active: icon.drawn
         anchors.centerIn: parent
-        width: icon.size
-        height: icon.size
-        sourceSize.width: Math.ceil(icon.size * Screen.devicePixelRatio)
-        sourceSize.height: Math.ceil(icon.size * Screen.devicePixelRatio)
-        source: visible ? "data:image/svg+xml;utf8," + encodeURIComponent(icon.drawing) : ""
-        smooth: true
+        sourceComponent: SymbolDrawing {
+            width: icon.size
+            height: icon.size
+            name: icon.name
+            color: icon.color
+        }
     }
 }

@@ -1,5 +1,6 @@
 #include "Symbols.h"
 
+#include "SymbolDrawing.h"
 #include "ui/UiLog.h"
 
 #include <QFontDatabase>
@@ -90,37 +91,6 @@ constexpr std::array kTable{
     SymbolEntry{"hammer.fill", 0xe869, "build", false},
 };
 
-// Drawn by hand where the font's nearest glyph reads as something else at 13 points (a dotted
-// ring that looked like a QR code, an umbrella for rain, a blob for a bird). "%1" is the fill.
-struct DrawnSymbol {
-    const char* name;
-    const char* body;
-};
-
-constexpr std::array kDrawn{
-    DrawnSymbol{
-        "circle.dotted",
-        R"(<g fill="%1"><circle cx="12" cy="3.2" r="1.6"/><circle cx="17.2" cy="4.9" r="1.6"/>)"
-        R"(<circle cx="20.4" cy="9.3" r="1.6"/><circle cx="20.4" cy="14.7" r="1.6"/>)"
-        R"(<circle cx="17.2" cy="19.1" r="1.6"/><circle cx="12" cy="20.8" r="1.6"/>)"
-        R"(<circle cx="6.8" cy="19.1" r="1.6"/><circle cx="3.6" cy="14.7" r="1.6"/>)"
-        R"(<circle cx="3.6" cy="9.3" r="1.6"/><circle cx="6.8" cy="4.9" r="1.6"/></g>)"},
-    DrawnSymbol{
-        "cloud.rain.fill",
-        R"(<g fill="%1"><circle cx="8" cy="10" r="4.2"/><circle cx="13.2" cy="7.6" r="5.2"/>)"
-        R"(<circle cx="18" cy="10.6" r="3.6"/><rect x="3.8" y="10" width="17.8" height="4.6" rx="2.3"/></g>)"
-        R"(<g stroke="%1" stroke-width="2" stroke-linecap="round">)"
-        R"(<line x1="8" y1="17.6" x2="6.8" y2="21.4"/><line x1="12.6" y1="17.6" x2="11.4" y2="21.4"/>)"
-        R"(<line x1="17.2" y1="17.6" x2="16" y2="21.4"/></g>)"},
-    DrawnSymbol{
-        "bird.fill",
-        R"(<g fill="%1"><circle cx="16.4" cy="7.6" r="3.4"/>)"
-        R"(<path d="M19.4 6.6 L23 7.8 L19.4 9.2 Z"/>)"
-        R"(<path d="M14 8.6 C17.6 10.4 18.2 14.6 15.2 17 C12.6 19.2 7.6 18.6 4.8 16.4 L1 18.2 L3.2 14.2 C4.8 10.6 9.6 7.2 14 8.6 Z"/></g>)"
-        R"(<g stroke="%1" stroke-width="1.5" stroke-linecap="round">)"
-        R"(<line x1="10.6" y1="18.2" x2="10" y2="21.6"/><line x1="13.4" y1="18" x2="13.4" y2="21.6"/></g>)"},
-};
-
 const SymbolEntry* find(const QString& name) {
     for (const auto& entry : kTable)
         if (name == QLatin1String(entry.name))
@@ -167,28 +137,8 @@ bool Symbols::isOutline(const QString& name) {
     return entry && entry->outline;
 }
 
-QString Symbols::svg(const QString& name, const QColor& color) {
-    for (const auto& drawn : kDrawn) {
-        if (name != QLatin1String(drawn.name))
-            continue;
-        // SVG wants "rgb()" plus an opacity, not Qt's "#aarrggbb".
-        const QString fill = QStringLiteral("rgb(%1,%2,%3)\" fill-opacity=\"%4")
-                                 .arg(color.red())
-                                 .arg(color.green())
-                                 .arg(color.blue())
-                                 .arg(color.alphaF(), 0, 'f', 3);
-        QString body = QString::fromLatin1(drawn.body);
-        body.replace(QLatin1String("stroke=\"%1\""),
-                     QStringLiteral("stroke=\"rgb(%1,%2,%3)\" stroke-opacity=\"%4\"")
-                         .arg(color.red())
-                         .arg(color.green())
-                         .arg(color.blue())
-                         .arg(color.alphaF(), 0, 'f', 3));
-        body.replace(QLatin1String("%1"), fill);
-        return QStringLiteral(R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 24 24">)") +
-               body + QStringLiteral("</svg>");
-    }
-    return QString();
+bool Symbols::isDrawn(const QString& name) {
+    return SymbolDrawing::draws(name);
 }
 
 QStringList Symbols::names() {

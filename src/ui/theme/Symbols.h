@@ -31,9 +31,9 @@ public:
     static bool contains(const QString& name);
     /// True for the outline-only names ("leaf") that share a glyph with their filled form.
     static bool isOutline(const QString& name);
-    /// For the few symbols the icon font has no good glyph for: an SVG of the symbol on a
-    /// 24-unit grid in `color`, to be drawn instead of the glyph; empty for the others.
-    Q_INVOKABLE static QString svg(const QString& name, const QColor& color);
+    /// True for the few symbols the icon font has no good glyph for (a dotted ring that read
+    /// as a QR code, an umbrella for rain, a blob for a bird): a `SymbolDrawing` draws them.
+    Q_INVOKABLE static bool isDrawn(const QString& name);
     /// Every name in the table, in table order.
     static QStringList names();
 };
