@@ -221,8 +221,15 @@ if command -v pulseaudio >/dev/null; then
     echo "== harness (bench_ui_app), first play of ambient sound after rest, PulseAudio"
     start_pulse
     server=$pulse_pid
-    timeout $((seconds + settle + 30)) "$harness" --ambient --settle "$settle" --seconds 8 |
+    # The harness sits in bench/ui, not beside share/, so it is shown the build's recordings.
+    XDG_DATA_DIRS="$build/share:${XDG_DATA_DIRS:-/usr/local/share:/usr/share}" \
+        timeout $((seconds + settle + 30)) "$harness" --ambient --settle "$settle" --seconds 8 |
         grep ambient_ | sed 's/^/   /'
+    fresh_home harness-sound-prepared
+    echo "   the same, the pointer on the ambient card a second before the click:"
+    XDG_DATA_DIRS="$build/share:${XDG_DATA_DIRS:-/usr/local/share:/usr/share}" \
+        timeout $((seconds + settle + 30)) "$harness" --ambient --prepared --settle "$settle" \
+        --seconds 8 | grep ambient_play | sed 's/^/   /'
     kill "$server"; wait "$server" 2>/dev/null || true
     unset PULSE_SERVER PULSE_CLIENTCONFIG PULSE_RUNTIME_PATH
 fi

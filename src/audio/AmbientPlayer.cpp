@@ -265,6 +265,13 @@ void AmbientPlayer::stop() {
     startRamp();
 }
 
+void AmbientPlayer::prepare() {
+    if (m_librariesAsked || !m_env.loadLibraries)
+        return;
+    m_librariesAsked = true;
+    m_env.loadLibraries();
+}
+
 void AmbientPlayer::serviceAudio() {
     for (AmbientSound sound : kAllAmbientSounds) {
         LoopingTrack* track = m_tracks[indexOf(sound)].get();

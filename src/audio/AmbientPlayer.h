@@ -41,6 +41,8 @@ public:
         std::function<double()> unitRandom;
         /// Seed of each new brown-noise generator; the system generator when absent.
         std::function<std::uint32_t()> noiseSeed;
+        /// Loads the audio libraries off the calling thread; asked once, by `prepare()`.
+        std::function<void()> loadLibraries;
     };
 
     /// The ramp's steps come 17, 17 and 16 ms apart: exactly 60 a second on average, which the
@@ -70,6 +72,7 @@ public:
     void setLevels(const AmbientLevels& levels) override;
     bool play() override;
     void stop() override;
+    void prepare() override;
 
     /// Handles consumed segments and output changes; runs on a timer while the output runs.
     void serviceAudio();
@@ -118,6 +121,7 @@ private:
     float m_masterVolume = 0.0f;
     double m_sampleRate = 48000.0;
     bool m_isPlaying = false;
+    bool m_librariesAsked = false;
     int m_staleCompletions = 0;
     std::unique_ptr<Scheduler::Handle> m_rampTimer;
     int m_rampPhase = 0;

@@ -4,6 +4,10 @@
 #include "audio/NamedSoundPlayer.h"
 #include "audio/PreciseTimerScheduler.h"
 #include "audio/SdlAudioDevice.h"
+#include "audio/SdlLibrary.h"
+#include "audio/SndfileLibrary.h"
+
+#include <QThreadPool>
 
 namespace quill {
 
@@ -19,6 +23,14 @@ std::shared_ptr<AmbientOutput> createAmbientOutput() {
     // Nothing of the audio system is loaded until the first play: most of the day nothing plays.
     env.device = std::make_shared<SdlAudioDevice>(AmbientPlayer::kOutputBufferFrames);
     env.scheduler = std::make_shared<PreciseTimerScheduler>();
+    // Loading SDL and libsndfile (with the codecs behind it) takes the first play 15-20 ms;
+    // asked for while the pointer approaches the button, a pool thread does it instead.
+    env.loadLibraries = [] {
+        QThreadPool::globalInstance()->start([] {
+            SdlLibrary::get();
+            SndfileLibrary::get();
+        });
+    };
     return std::make_shared<AmbientPlayer>(std::move(env));
 }
 

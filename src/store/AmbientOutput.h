@@ -14,6 +14,9 @@ public:
     virtual bool play() = 0;
     /// Fades out and stops playback.
     virtual void stop() = 0;
+    /// A play may follow soon (the pointer is on its button): load what the first play needs
+    /// without blocking the caller. Starts nothing.
+    virtual void prepare() {}
 };
 
 } // namespace quill

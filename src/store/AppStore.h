@@ -147,6 +147,8 @@ public:
     void setAmbientVolume(double volume, AmbientSound sound);
     bool isAmbientSelected(AmbientSound sound) const;
     Q_INVOKABLE void toggleAmbientPlayback();
+    /// The pointer or the keyboard is on a control that plays ambient sound.
+    Q_INVOKABLE void prepareAmbientPlayback();
     Q_INVOKABLE void toggleAmbientSoundNamed(const QString& raw);
     Q_INVOKABLE void setAmbientVolumeNamed(double volume, const QString& raw);
     Q_INVOKABLE bool isAmbientSelectedNamed(const QString& raw) const;

@@ -164,6 +164,11 @@ void AppStore::toggleAmbientPlayback() {
     playAmbient();
 }
 
+void AppStore::prepareAmbientPlayback() {
+    if (!m_isAmbientPlaying)
+        m_services.ambient->prepare();
+}
+
 void AppStore::toggleAmbientSound(AmbientSound sound) {
     QList<AmbientSound> selected = m_settings.selectedAmbientSounds();
     const bool wasSelected = selected.contains(sound);

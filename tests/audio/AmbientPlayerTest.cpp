@@ -58,6 +58,7 @@ protected:
             return r;
         };
         env.noiseSeed = [this] { return ++seeds; };
+        env.loadLibraries = [this] { ++libraryLoads; };
         player = std::make_unique<AmbientPlayer>(std::move(env));
     }
 
@@ -105,15 +106,19 @@ protected:
         std::make_shared<SegmentStreamer>(SegmentStreamer::Mode::manual);
     std::deque<double> randoms;
     std::uint32_t seeds = 100;
+    int libraryLoads = 0;
     std::unique_ptr<AmbientPlayer> player;
     std::vector<float> captured;
     qint64 m_steps = 0, m_stepClock = 0;
     AudioLogCapture log;
 };
 
-TEST_F(AmbientPlayerTest, IdleUntilPlayedLevelsOnlyStored) {
+TEST_F(AmbientPlayerTest, IdleUntilPlayedLevelsOnlyStoredPreparingOnlyLoadsOnce) {
     makePlayer();
     player->setLevels(levels(0.49f, {{S::rain, 0.49f}, {S::brownNoise, 0.25f}}));
+    player->prepare();
+    player->prepare();
+    EXPECT_EQ(libraryLoads, 1);
     EXPECT_FALSE(player->isEngineRunning());
     EXPECT_FALSE(player->hasTrack(S::rain));
     EXPECT_EQ(player->noiseLevel(), 0.25f);

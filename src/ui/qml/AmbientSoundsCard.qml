@@ -12,6 +12,8 @@ QuillCard {
     implicitHeight: body.implicitHeight + 2 * padding
 
     AmbientCardViewModel { id: ambient; store: card.store }
+    // The play button and every tile can start the sound.
+    HoverHandler { onHoveredChanged: if (hovered) ambient.prepare() }
 
     Column {
         id: body
@@ -91,6 +93,7 @@ QuillCard {
                     text: ambient.playTitle
                     symbol: ambient.playSymbol
                     onClicked: ambient.togglePlayback()
+                    onActiveFocusChanged: if (activeFocus) ambient.prepare()
                 }
             }
             Item {

@@ -124,6 +124,8 @@ QuillCard {
                 symbol: card.vm.primarySymbol
                 tint: Theme.mint
                 onClicked: card.vm.primaryAction()
+                onHoveredChanged: if (hovered) card.vm.preparePrimaryAction()
+                onActiveFocusChanged: if (activeFocus) card.vm.preparePrimaryAction()
             }
             QuillSecondaryButton {
                 objectName: "focus.end"

@@ -53,6 +53,11 @@ void AmbientCardViewModel::setVolume(const QString& raw, double volume) {
         store()->setAmbientVolume(volume, *sound);
 }
 
+void AmbientCardViewModel::prepare() {
+    if (store())
+        store()->prepareAmbientPlayback();
+}
+
 void AmbientCardViewModel::togglePlayback() {
     if (store())
         store()->toggleAmbientPlayback();

@@ -35,6 +35,8 @@ public:
     /// Sets one sound's volume, on every change while a slider is dragged.
     Q_INVOKABLE void setVolume(const QString& raw, double volume);
     Q_INVOKABLE void togglePlayback();
+    /// The pointer or the keyboard is on the card: a play may follow.
+    Q_INVOKABLE void prepare();
 
 Q_SIGNALS:
     void changed();

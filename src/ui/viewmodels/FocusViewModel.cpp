@@ -229,6 +229,13 @@ void FocusViewModel::refreshCounts() {
         Q_EMIT countsChanged();
 }
 
+void FocusViewModel::preparePrimaryAction() {
+    AppStore* s = store();
+    if (s && s->phase() != SessionPhase::focusing && s->phase() != SessionPhase::microBreak &&
+        s->settings().effectiveAmbientFollowsFocus())
+        s->prepareAmbientPlayback();
+}
+
 void FocusViewModel::primaryAction() {
     AppStore* s = store();
     if (!s)
