@@ -251,7 +251,9 @@ qint64 AppStore::streakDays() const {
 QList<DaySummary> AppStore::weeklySummaries() const {
     return Statistics::weeklySummaries(m_sessions, now());
 }
-QList<TaskSummary> AppStore::taskSummaries() const { return Statistics::taskSummaries(m_sessions); }
+QList<TaskSummary> AppStore::taskSummaries() const {
+    return Statistics::taskSummaries(m_sessions);
+}
 qint64 AppStore::attentionCapacityMinutes() const {
     return Statistics::attentionCapacityMinutes(m_sessions);
 }
