@@ -13,12 +13,28 @@ cleanup() {
 }
 trap cleanup EXIT
 
-# A display of its own: Xvfb picks a free number and reports it.
-exec 3>"$work/display"
-Xvfb -displayfd 3 -screen 0 1400x900x24 -nolisten tcp >"$work/xvfb.log" 2>&1 &
-pids+=($!)
-for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
-export DISPLAY=":$(head -n1 "$work/display")"
+# A display of its own: Xvfb picks a free number and reports it. Other tests start X
+# servers the same way at the same moment, and once the reported display did not take a
+# connection, so a server is only used after a client got through, else it is replaced.
+start_display() {
+  : >"$work/display"
+  Xvfb -displayfd 3 -screen 0 1400x900x24 -nolisten tcp 3>"$work/display" >>"$work/xvfb.log" 2>&1 &
+  xvfb_pid=$!
+  pids+=("$xvfb_pid")
+  for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
+  export DISPLAY=":$(head -n1 "$work/display")"
+  for _ in $(seq 30); do
+    xdotool getmouselocation >/dev/null 2>&1 && return 0
+    sleep 0.1
+  done
+  kill "$xvfb_pid" 2>/dev/null || true
+  return 1
+}
+for attempt in 1 2 3; do
+  start_display && break
+  echo "display $DISPLAY took no connection (attempt $attempt)"
+  [ "$attempt" -lt 3 ] || exit 1
+done
 
 # A private session bus, and the accessibility bus launched on it.
 eval "$(dbus-launch --sh-syntax)"
