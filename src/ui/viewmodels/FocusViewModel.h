@@ -95,7 +95,7 @@ public:
     /// Start (idle), skip the break (micro-break), or pause/resume (focusing/paused).
     Q_INVOKABLE void primaryAction();
     /// The primary action is hovered or focused: if starting or resuming the round will
-    /// start the ambient sound, let the sound get ready.
+    /// start ambient sound (it follows focus and some is selected), let the sound get ready.
     Q_INVOKABLE void preparePrimaryAction();
     /// Opens the dialog asking how to end the round.
     Q_INVOKABLE void requestEnd();
