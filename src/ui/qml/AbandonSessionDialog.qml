@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // Confirms abandoning from the review.

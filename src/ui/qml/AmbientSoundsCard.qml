@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // Mixes the ambient sounds: status, follow-focus switch, master volume, play/pause, tiles.

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // One sound: the clickable first row toggles it in the mix; the slider sets its volume.
@@ -32,7 +31,7 @@ Rectangle {
         width: parent.width - 24
         spacing: 10
 
-        AbstractButton {
+        QuillButtonBase {
             id: toggle
             objectName: tile.objectName + ".toggle"
             width: parent.width

@@ -1,27 +1,26 @@
 import QtQuick
-import QtQuick.Controls.Basic
-import QtQuick.Controls
+import QtQuick.Templates as T
 import QtQuick.Shapes
 import Quillmere
 
 // The review sheet. Modal, and only its own buttons close it: Escape and clicks outside
 // do nothing.
-Popup {
+T.Popup {
     id: sheet
     property AppStore store
     property bool shown: false
     visible: shown
     modal: true
     focus: true
-    closePolicy: Popup.NoAutoClose
-    anchors.centerIn: Overlay.overlay
+    closePolicy: T.Popup.NoAutoClose
+    anchors.centerIn: T.Overlay.overlay
     width: 610
     height: 620
     padding: 30
 
     CompletionViewModel { id: review; store: sheet.store }
 
-    Overlay.modal: Rectangle {
+    T.Overlay.modal: Rectangle {
         objectName: "review.scrim"
         color: Theme.alpha("#000000", 0.28)
     }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // A modal confirmation over a screen: scrim, icon, title, message and two buttons, the

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // "设计这一轮": task, length, reminder range, starting energy and the music line.
@@ -141,7 +140,7 @@ QuillCard {
                 spacing: 6
                 Repeater {
                     model: card.controls.durationChoices
-                    delegate: AbstractButton {
+                    delegate: QuillButtonBase {
                         id: chip
                         required property int modelData
                         readonly property bool chosen: card.controls.selectedDuration === modelData
@@ -259,7 +258,7 @@ QuillCard {
                 spacing: 8
                 Repeater {
                     model: 5
-                    delegate: AbstractButton {
+                    delegate: QuillButtonBase {
                         id: level
                         required property int index
                         readonly property int value: index + 1

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // A full-width choice: tinted symbol square, title over detail, a trailing chevron.
-AbstractButton {
+QuillButtonBase {
     id: control
     property string detail
     property string symbol

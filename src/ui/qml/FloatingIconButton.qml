@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // A round icon button of the floating panel; its help text is its tooltip and its name.
-AbstractButton {
+QuillButtonBase {
     id: control
     property string symbol
     property string help
@@ -13,9 +12,8 @@ AbstractButton {
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.Button
     Accessible.name: help
-    ToolTip.text: help
-    ToolTip.visible: hovered
-    ToolTip.delay: 600
+    // The panel is too small for a tip beside its buttons: it only comes after a real pause.
+    QuillToolTip { text: control.help; shown: control.hovered; delay: 600 }
 
     background: Rectangle {
         radius: width / 2

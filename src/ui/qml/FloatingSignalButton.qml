@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // One signal of the floating panel: the symbol in a circle of its tint, the title and the
 // count. Dimmed and inactive during a micro-break.
-AbstractButton {
+QuillButtonBase {
     id: control
     property string title
     property int count
@@ -17,9 +16,8 @@ AbstractButton {
     opacity: enabled ? 1.0 : 0.45
     Accessible.role: Accessible.Button
     Accessible.name: help
-    ToolTip.text: help
-    ToolTip.visible: hovered
-    ToolTip.delay: 600
+    // The panel is too small for a tip beside its buttons: it only comes after a real pause.
+    QuillToolTip { text: control.help; shown: control.hovered; delay: 600 }
 
     background: Rectangle {
         radius: 13

@@ -1,6 +1,6 @@
 import QtQuick
 import QtQuick.Window
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Quillmere
 
 // The "专注" section: heading and today's pills, the timer with its signals or hint on the
@@ -21,7 +21,7 @@ Item {
         contentHeight: content.height + 34 + 30
         boundsBehavior: Flickable.StopAtBounds
         clip: true
-        ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
+        T.ScrollBar.vertical: QuillScrollBar {}
 
         Item {
             id: content

@@ -30,7 +30,7 @@ Item {
         currentIndex: 0
         Accessible.role: Accessible.List
         Accessible.name: "专注记录"
-        ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
+        ScrollBar.vertical: QuillScrollBar {}
 
         // The card's menu from the keyboard, as a right click opens it.
         Keys.onMenuPressed: openCurrentMenu()

@@ -20,7 +20,7 @@ Item {
         contentHeight: content.height + 34 + 30
         boundsBehavior: Flickable.StopAtBounds
         clip: true
-        ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
+        ScrollBar.vertical: QuillScrollBar {}
 
         Column {
             id: content

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // A rounded tile: the symbol in a tinted circle, the title and this round's count.
-AbstractButton {
+QuillButtonBase {
     id: control
     property string symbol
     property string countText

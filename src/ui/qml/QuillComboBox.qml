@@ -1,11 +1,16 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Quillmere
 
 // The task picker: the chosen entry on the neutral fill, the list in a themed popup.
-ComboBox {
+T.ComboBox {
     id: box
+    implicitWidth: Math.max(implicitBackgroundWidth + leftInset + rightInset,
+                            implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: 36
+    // The chevron's room, kept out of the text's box as well.
+    leftPadding: padding + (!mirrored || !indicator || !indicator.visible ? 0 : indicator.width + spacing)
+    rightPadding: padding + (mirrored || !indicator || !indicator.visible ? 0 : indicator.width + spacing)
     font.pixelSize: 13
     opacity: enabled ? 1.0 : 0.45
     Accessible.name: displayText
@@ -35,13 +40,15 @@ ComboBox {
         size: 14
         color: Theme.secondaryText
     }
-    delegate: ItemDelegate {
+    delegate: T.ItemDelegate {
         id: option
         required property var modelData
         required property int index
         width: box.width
         height: 32
         highlighted: box.highlightedIndex === index
+        padding: 12
+        spacing: 8
         Accessible.name: modelData
         contentItem: Text {
             text: option.modelData
@@ -55,7 +62,7 @@ ComboBox {
             color: option.highlighted ? Theme.alpha(Theme.mint, 0.18) : "transparent"
         }
     }
-    popup: Popup {
+    popup: T.Popup {
         y: box.height + 4
         width: box.width
         implicitHeight: Math.min(list.contentHeight + 12, 260)

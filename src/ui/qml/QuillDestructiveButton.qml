@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // The confirming button of a destructive question: 13 semibold on coral, radius 13.
-AbstractButton {
+QuillButtonBase {
     id: control
     property string symbol: "trash.fill"
     property color tint: Theme.coral

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // Filled accent button: 15 semibold on the accent, radius 14, at least 46 tall.
-AbstractButton {
+QuillButtonBase {
     id: control
     property color tint: Theme.mint
     property string symbol: ""

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // Quiet button: 14 medium on the neutral fill, radius 13, hairline outline, at least 42 tall.
-AbstractButton {
+QuillButtonBase {
     id: control
     property string symbol: ""
     property color textColor: Theme.primaryText

@@ -1,15 +1,17 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Quillmere
 
 // A slim 0…1 slider in a tint.
-Slider {
+T.Slider {
     id: slider
     property color tint: Theme.mint
     property real trackHeight: 3
     property real handleSize: 12
     from: 0
     to: 1
+    implicitWidth: Math.max(implicitBackgroundWidth + leftInset + rightInset,
+                            implicitHandleWidth + leftPadding + rightPadding)
     implicitHeight: handleSize + 6
     padding: 0
 

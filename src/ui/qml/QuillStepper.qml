@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // A compact − / + pair over a range; reports the value it steps to.
@@ -18,7 +17,7 @@ Row {
             { symbol: "minus", delta: -1, name: "减少" },
             { symbol: "plus", delta: 1, name: "增加" }
         ]
-        delegate: AbstractButton {
+        delegate: QuillButtonBase {
             id: step
             required property var modelData
             objectName: stepper.objectName + (modelData.delta < 0 ? ".down" : ".up")

@@ -1,13 +1,17 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Quillmere
 
 // A plain text field on the neutral fill. Focus (from keyboard or click, since typing goes
 // there either way) draws the ring colour as its outline.
-TextField {
+T.TextField {
     id: field
     property real radius: 10
+    implicitWidth: implicitBackgroundWidth + leftInset + rightInset
+                   || Math.max(contentWidth, placeholder.implicitWidth) + leftPadding + rightPadding
     implicitHeight: 36
+    padding: 6
+    verticalAlignment: TextInput.AlignVCenter
     font.pixelSize: 13
     color: Theme.primaryText
     placeholderTextColor: Theme.secondaryText
@@ -19,6 +23,21 @@ TextField {
     // Locked fields fade like the other locked controls and drop their outline.
     opacity: enabled ? 1.0 : 0.45
     hoverEnabled: true
+    Text {
+        id: placeholder
+        x: field.leftPadding
+        y: field.topPadding
+        width: field.width - (field.leftPadding + field.rightPadding)
+        height: field.height - (field.topPadding + field.bottomPadding)
+        text: field.placeholderText
+        font: field.font
+        color: field.placeholderTextColor
+        verticalAlignment: field.verticalAlignment
+        elide: Text.ElideRight
+        visible: !field.length && !field.preeditText
+                 && (!field.activeFocus || field.horizontalAlignment !== Qt.AlignHCenter)
+        Accessible.ignored: true
+    }
     background: Rectangle {
         radius: field.radius
         color: Theme.palette.neutralFill(field.enabled ? (field.hovered && !field.activeFocus ? 0.075 : 0.055)

@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Quillmere
 
 // The themed tooltip: a small rounded label that appears after the usual hover delay and
@@ -11,26 +11,33 @@ Loader {
     id: lazy
     property string text
     property bool shown: false
+    // The usual hover delay; none where frames are checked one by one.
+    property int delay: Theme.motion > 0 ? 700 : 0
     readonly property Item control: parent
     visible: false
     width: 0
     height: 0
     active: (shown && text !== "") || status !== Loader.Null
 
-    sourceComponent: ToolTip {
+    sourceComponent: T.ToolTip {
         id: tip
         parent: lazy.control
         text: lazy.text
         // Made hidden and then bound, so the first showing waits out the delay as well.
         visible: false
         Component.onCompleted: visible = Qt.binding(() => lazy.shown && lazy.text !== "")
-        // The usual hover delay; none where frames are checked one by one.
-        delay: Theme.motion > 0 ? 700 : 0
+        delay: lazy.delay
         timeout: 8000
         // Below the control with a small gap; ToolTip flips it inside the window if needed.
         x: parent ? (parent.width - width) / 2 : 0
         y: parent ? parent.height + 6 : 0
+        implicitWidth: Math.max(implicitBackgroundWidth + leftInset + rightInset,
+                                contentWidth + leftPadding + rightPadding)
+        implicitHeight: Math.max(implicitBackgroundHeight + topInset + bottomInset,
+                                 contentHeight + topPadding + bottomPadding)
         width: Math.min(implicitWidth, 300)
+        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+                     | T.Popup.CloseOnReleaseOutsideParent
         margins: 6
         padding: 0
         topPadding: 6

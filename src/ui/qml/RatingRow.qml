@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // A 1–5 rating as five segments between a low and a high label.
@@ -40,7 +39,7 @@ Column {
             spacing: 6
             Repeater {
                 model: 5
-                delegate: AbstractButton {
+                delegate: QuillButtonBase {
                     id: segment
                     required property int index
                     readonly property int level: index + 1

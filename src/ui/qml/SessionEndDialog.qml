@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // The layer asking how to end a round: a dark scrim (a tap on it means "continue") with
@@ -101,7 +100,7 @@ Item {
                         }
                     }
                 }
-                AbstractButton {
+                QuillButtonBase {
                     id: closeButton
                     objectName: "endDialog.close"
                     anchors.right: parent.right
@@ -151,7 +150,7 @@ Item {
                 }
             }
 
-            AbstractButton {
+            QuillButtonBase {
                 id: backButton
                 objectName: "endDialog.continue"
                 anchors.horizontalCenter: parent.horizontalCenter

@@ -26,7 +26,7 @@ Item {
         contentHeight: content.height + 34 + 34
         boundsBehavior: Flickable.StopAtBounds
         clip: true
-        ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
+        ScrollBar.vertical: QuillScrollBar {}
 
         Column {
             id: content

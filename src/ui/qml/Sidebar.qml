@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Quillmere
 
 // Brand, the four sections, today's figures and the appearance switch.
@@ -51,7 +50,7 @@ Rectangle {
             spacing: 4
             Repeater {
                 model: sidebar.shell.sections
-                delegate: AbstractButton {
+                delegate: QuillButtonBase {
                     id: row
                     required property var modelData
                     required property int index
@@ -184,7 +183,7 @@ Rectangle {
             }
         }
 
-        AbstractButton {
+        QuillButtonBase {
             id: appearanceButton
             objectName: "sidebar.appearance"
             width: parent.width

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Window
-import QtQuick.Controls.Basic
 import Quillmere
 
 // The tray item's panel: the round at a glance with its main controls, and ambient sound.
