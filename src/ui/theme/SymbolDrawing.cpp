@@ -8,17 +8,19 @@ namespace quill {
 
 namespace {
 
-struct Stroke {
-    QLineF line;
-    qreal width;
-};
-
-// One drawing: filled shapes, united so overlaps of a translucent colour stay even, and
-// round-capped strokes. Coordinates on the 24-unit grid of the icon font.
-struct Drawing {
-    QPainterPath fill;
-    std::vector<Stroke> strokes;
-};
+// Adds round-capped strokes to the shapes as one outline, so where a leg meets the body a
+// translucent colour does not add up to a darker spot.
+QPainterPath withStrokes(QPainterPath shapes, std::initializer_list<QLineF> lines, qreal width) {
+    QPainterPathStroker stroker;
+    stroker.setWidth(width);
+    stroker.setCapStyle(Qt::RoundCap);
+    for (const QLineF& line : lines) {
+        QPainterPath segment(line.p1());
+        segment.lineTo(line.p2());
+        shapes = shapes.united(stroker.createStroke(segment));
+    }
+    return shapes;
+}
 
 QPainterPath circles(std::initializer_list<QPointF> centres, qreal radius) {
     QPainterPath path;
@@ -27,34 +29,33 @@ QPainterPath circles(std::initializer_list<QPointF> centres, qreal radius) {
     return path;
 }
 
-Drawing dottedCircle() {
-    return {circles({{12, 3.2},
-                     {17.2, 4.9},
-                     {20.4, 9.3},
-                     {20.4, 14.7},
-                     {17.2, 19.1},
-                     {12, 20.8},
-                     {6.8, 19.1},
-                     {3.6, 14.7},
-                     {3.6, 9.3},
-                     {6.8, 4.9}},
-                    1.6),
-            {}};
+// Each drawing is one outline on the icon font's 24-unit grid.
+QPainterPath dottedCircle() {
+    return circles({{12, 3.2},
+                    {17.2, 4.9},
+                    {20.4, 9.3},
+                    {20.4, 14.7},
+                    {17.2, 19.1},
+                    {12, 20.8},
+                    {6.8, 19.1},
+                    {3.6, 14.7},
+                    {3.6, 9.3},
+                    {6.8, 4.9}},
+                   1.6);
 }
 
-Drawing rainCloud() {
+QPainterPath rainCloud() {
     QPainterPath cloud;
     cloud.setFillRule(Qt::WindingFill);
     cloud.addEllipse(QPointF(8, 10), 4.2, 4.2);
     cloud.addEllipse(QPointF(13.2, 7.6), 5.2, 5.2);
     cloud.addEllipse(QPointF(18, 10.6), 3.6, 3.6);
     cloud.addRoundedRect(QRectF(3.8, 10, 17.8, 4.6), 2.3, 2.3);
-    return {
-        cloud.simplified(),
-        {{{8, 17.6, 6.8, 21.4}, 2}, {{12.6, 17.6, 11.4, 21.4}, 2}, {{17.2, 17.6, 16, 21.4}, 2}}};
+    return withStrokes(cloud.simplified(),
+                       {{8, 17.6, 6.8, 21.4}, {12.6, 17.6, 11.4, 21.4}, {17.2, 17.6, 16, 21.4}}, 2);
 }
 
-Drawing bird() {
+QPainterPath bird() {
     QPainterPath shape;
     shape.setFillRule(Qt::WindingFill);
     shape.addEllipse(QPointF(16.4, 7.6), 3.4, 3.4);
@@ -73,12 +74,12 @@ Drawing bird() {
     body.cubicTo(4.8, 10.6, 9.6, 7.2, 14, 8.6);
     body.closeSubpath();
     shape.addPath(body);
-    return {shape.simplified(), {{{10.6, 18.2, 10, 21.6}, 1.5}, {{13.4, 18, 13.4, 21.6}, 1.5}}};
+    return withStrokes(shape.simplified(), {{10.6, 18.2, 10, 21.6}, {13.4, 18, 13.4, 21.6}}, 1.5);
 }
 
 struct Named {
     const char* name;
-    Drawing (*make)();
+    QPainterPath (*make)();
 };
 
 constexpr std::array kDrawings{Named{"circle.dotted", dottedCircle},
@@ -121,20 +122,8 @@ void SymbolDrawing::paint(QPainter* painter) {
     const Named* entry = find(m_name);
     if (!entry || width() <= 0 || height() <= 0)
         return;
-    // Built per paint: a drawing repaints only when its colour, name or size changes. Strokes
-    // join the shapes in one path, so where a leg meets the body a translucent colour does
-    // not add up to a darker spot.
-    const Drawing drawing = entry->make();
-    QPainterPath path = drawing.fill;
-    for (const Stroke& stroke : drawing.strokes) {
-        QPainterPath line;
-        line.moveTo(stroke.line.p1());
-        line.lineTo(stroke.line.p2());
-        QPainterPathStroker stroker;
-        stroker.setWidth(stroke.width);
-        stroker.setCapStyle(Qt::RoundCap);
-        path = path.united(stroker.createStroke(line));
-    }
+    // Built per paint: a drawing repaints only when its colour, name or size changes.
+    const QPainterPath path = entry->make();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->scale(width() / 24.0, height() / 24.0);
     painter->fillPath(path, m_color);
