@@ -149,6 +149,8 @@ public:
     Q_INVOKABLE void toggleAmbientPlayback();
     /// The pointer or the keyboard is on a control that plays ambient sound.
     Q_INVOKABLE void prepareAmbientPlayback();
+    /// The same for starting or resuming a round: readies the sound it will start, if any.
+    void prepareRoundStart();
     Q_INVOKABLE void toggleAmbientSoundNamed(const QString& raw);
     Q_INVOKABLE void setAmbientVolumeNamed(double volume, const QString& raw);
     Q_INVOKABLE bool isAmbientSelectedNamed(const QString& raw) const;

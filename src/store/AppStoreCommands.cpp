@@ -169,6 +169,13 @@ void AppStore::prepareAmbientPlayback() {
         m_services.ambient->prepare();
 }
 
+void AppStore::prepareRoundStart() {
+    // Starting and resuming play only the selected sounds, and only when they follow focus.
+    if (m_phase != SessionPhase::focusing && m_phase != SessionPhase::microBreak &&
+        m_settings.effectiveAmbientFollowsFocus() && !m_settings.selectedAmbientSounds().isEmpty())
+        prepareAmbientPlayback();
+}
+
 void AppStore::toggleAmbientSound(AmbientSound sound) {
     QList<AmbientSound> selected = m_settings.selectedAmbientSounds();
     const bool wasSelected = selected.contains(sound);

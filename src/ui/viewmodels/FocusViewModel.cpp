@@ -230,11 +230,8 @@ void FocusViewModel::refreshCounts() {
 }
 
 void FocusViewModel::preparePrimaryAction() {
-    AppStore* s = store();
-    if (s && s->phase() != SessionPhase::focusing && s->phase() != SessionPhase::microBreak &&
-        s->settings().effectiveAmbientFollowsFocus() &&
-        !s->settings().selectedAmbientSounds().isEmpty())
-        s->prepareAmbientPlayback();
+    if (store())
+        store()->prepareRoundStart();
 }
 
 void FocusViewModel::primaryAction() {

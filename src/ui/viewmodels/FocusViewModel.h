@@ -94,8 +94,7 @@ public:
 
     /// Start (idle), skip the break (micro-break), or pause/resume (focusing/paused).
     Q_INVOKABLE void primaryAction();
-    /// The primary action is hovered or focused: if starting or resuming the round will
-    /// start ambient sound (it follows focus and some is selected), let the sound get ready.
+    /// The primary action is hovered or focused: a round may start or resume.
     Q_INVOKABLE void preparePrimaryAction();
     /// Opens the dialog asking how to end the round.
     Q_INVOKABLE void requestEnd();
