@@ -1,6 +1,10 @@
 #include "UiHarness.h"
 
 #include "storage/Persistence.h"
+#include "ui/theme/Symbols.h"
+
+#include <QFont>
+#include <QGuiApplication>
 
 #include <QImage>
 #include <gtest/gtest.h>
@@ -48,6 +52,33 @@ TEST(ShellTest, AnAbsentAppearanceIsDrawnDark) {
     });
     EXPECT_EQ(ui.window()->color(), QColor("#0E1518"));
     EXPECT_EQ(ui.text("sidebar.appearance"), "切换到日间模式");
+}
+
+// Texts whose family is not the app's: controls take the platform's font unless told, and that
+// sets Chinese in a Latin face with Japanese glyph forms as its fallback.
+std::string foreignFonts(QQuickItem* root) {
+    QStringList found;
+    const QString own = QGuiApplication::font().family();
+    const auto visit = [&](const auto& self, QQuickItem* item) -> void {
+        if (item->inherits("QQuickText") || item->inherits("QQuickTextInput") ||
+            item->inherits("QQuickTextEdit")) {
+            const QString family = item->property("font").value<QFont>().family();
+            if (family != own && family != Symbols::fontFamily())
+                found << family + " in " + item->property("text").toString();
+        }
+        for (QQuickItem* child : item->childItems())
+            self(self, child);
+    };
+    visit(visit, root);
+    return found.join(QStringLiteral("; ")).toStdString();
+}
+
+TEST(ShellTest, EveryScreenSetsItsTextsInTheAppFont) {
+    UiHarness ui;
+    for (const char* section : {"focus", "insights", "history", "settings"}) {
+        ui.click(QStringLiteral("sidebar.section.") + section);
+        EXPECT_EQ(foreignFonts(ui.window()->contentItem()), "") << section;
+    }
 }
 
 TEST(ShellTest, SidebarRowsSwitchSectionsAndOnlyFocusHasItsScreen) {

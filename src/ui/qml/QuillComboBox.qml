@@ -11,6 +11,8 @@ T.ComboBox {
     // The chevron's room, kept out of the text's box as well.
     leftPadding: padding + (!mirrored || !indicator || !indicator.visible ? 0 : indicator.width + spacing)
     rightPadding: padding + (mirrored || !indicator || !indicator.visible ? 0 : indicator.width + spacing)
+    // Controls start from the platform's font, not the app's.
+    font.family: Qt.application.font.family
     font.pixelSize: 13
     opacity: enabled ? 1.0 : 0.45
     Accessible.name: displayText

@@ -13,6 +13,8 @@ T.Switch {
     spacing: 6
     padding: 0
     Accessible.name: text
+    // Controls start from the platform's font, not the app's.
+    font.family: Qt.application.font.family
     font.pixelSize: 11
     font.weight: Font.Medium
 

@@ -12,6 +12,8 @@ T.TextField {
     implicitHeight: 36
     padding: 6
     verticalAlignment: TextInput.AlignVCenter
+    // Controls start from the platform's font, not the app's.
+    font.family: Qt.application.font.family
     font.pixelSize: 13
     color: Theme.primaryText
     placeholderTextColor: Theme.secondaryText

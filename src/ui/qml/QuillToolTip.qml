@@ -44,6 +44,8 @@ Loader {
         bottomPadding: 6
         leftPadding: 10
         rightPadding: 10
+        // Controls start from the platform's font, not the app's.
+        font.family: Qt.application.font.family
         font.pixelSize: 12
 
         contentItem: Text {
