@@ -5,7 +5,6 @@
 
 #include <QFont>
 #include <QGuiApplication>
-
 #include <QImage>
 #include <gtest/gtest.h>
 
