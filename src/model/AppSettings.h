@@ -33,6 +33,9 @@ struct AppSettings {
     std::optional<std::map<QString, double>> ambientVolumes = std::map<QString, double>{};
     std::optional<double> ambientMasterVolume = 0.7;
     std::optional<bool> ambientFollowsFocus = true;
+    // Absent until the user sets them, so files of users who never do stay as they were.
+    std::optional<bool> pauseNotificationsWhileFocusing;
+    std::optional<bool> pauseRoundOnScreenLock;
 
     bool operator==(const AppSettings&) const = default;
 
@@ -48,6 +51,10 @@ struct AppSettings {
     QList<QString> effectiveTaskNames() const { return taskNames.value_or(QList<QString>{}); }
     double effectiveMasterVolume() const { return ambientMasterVolume.value_or(0.7); }
     bool effectiveAmbientFollowsFocus() const { return ambientFollowsFocus.value_or(true); }
+    bool effectivePauseNotifications() const {
+        return pauseNotificationsWhileFocusing.value_or(false);
+    }
+    bool effectivePauseOnScreenLock() const { return pauseRoundOnScreenLock.value_or(true); }
 
     /// Valid entries of `ambientSounds`, in stored order, repeats kept.
     QList<AmbientSound> selectedAmbientSounds() const;

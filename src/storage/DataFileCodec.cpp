@@ -202,6 +202,14 @@ void writeSettings(JsonWriter& w, const AppSettings& s) {
     }
     w.key("musicSource");
     w.value(rawValue(s.musicSource));
+    if (s.pauseNotificationsWhileFocusing) {
+        w.key("pauseNotificationsWhileFocusing");
+        w.value(*s.pauseNotificationsWhileFocusing);
+    }
+    if (s.pauseRoundOnScreenLock) {
+        w.key("pauseRoundOnScreenLock");
+        w.value(*s.pauseRoundOnScreenLock);
+    }
     w.key("playlistName");
     w.value(s.playlistName);
     w.key("reminderMaximumMinutes");

@@ -246,6 +246,10 @@ AppSettings readSettings(JsonReader& r) {
             readOptional(r, s.ambientMasterVolume, [&] { return r.readDouble(); });
         } else if (key == "ambientFollowsFocus") {
             readOptional(r, s.ambientFollowsFocus, [&] { return r.readBool(); });
+        } else if (key == "pauseNotificationsWhileFocusing") {
+            readOptional(r, s.pauseNotificationsWhileFocusing, [&] { return r.readBool(); });
+        } else if (key == "pauseRoundOnScreenLock") {
+            readOptional(r, s.pauseRoundOnScreenLock, [&] { return r.readBool(); });
         } else {
             r.skipValue();
         }

@@ -30,6 +30,8 @@ AppSettings fullSettings() {
     s.ambientVolumes = std::map<QString, double>{{QStringLiteral("rain"), 0.35}};
     s.ambientMasterVolume = 0.9;
     s.ambientFollowsFocus = false;
+    s.pauseNotificationsWhileFocusing = true;
+    s.pauseRoundOnScreenLock = false;
     return s;
 }
 
@@ -134,7 +136,7 @@ TEST(DataFileDecoding, MissingOptionalKeysReadAsAbsentAndTakeTheirDocumentedValu
     for (const char* key :
          {"musicService", "appearanceMode", "floatingTimerOnMinimize", "floatingSignalButtons",
           "taskNames", "selectedTaskName", "ambientSounds", "ambientVolumes", "ambientMasterVolume",
-          "ambientFollowsFocus"})
+          "ambientFollowsFocus", "pauseNotificationsWhileFocusing", "pauseRoundOnScreenLock"})
         settings.remove(QLatin1String(key));
     root.insert(QStringLiteral("settings"), settings);
     const auto decoded = DataFileCodec::decode(QJsonDocument(root).toJson());
@@ -151,6 +153,8 @@ TEST(DataFileDecoding, MissingOptionalKeysReadAsAbsentAndTakeTheirDocumentedValu
     EXPECT_EQ(s.ambientVolume(AmbientSound::rain), 0.7);
     EXPECT_EQ(s.effectiveMasterVolume(), 0.7);
     EXPECT_TRUE(s.effectiveAmbientFollowsFocus());
+    EXPECT_FALSE(s.effectivePauseNotifications());
+    EXPECT_TRUE(s.effectivePauseOnScreenLock());
     EXPECT_EQ(s.ambientLevels().master, 0.49f);
     EXPECT_EQ(decoded->sessions, fullSessions());
 }
@@ -313,6 +317,7 @@ INSTANTIATE_TEST_SUITE_P(
         setting("masterVolumeAsString", "ambientMasterVolume", QStringLiteral("0.7")),
         setting("followsFocusAsString", "ambientFollowsFocus", QStringLiteral("true")),
         setting("floatingTimerAsNumber", "floatingTimerOnMinimize", 0),
+        setting("screenLockPauseAsString", "pauseRoundOnScreenLock", QStringLiteral("false")),
         Malformed{"settingsAsArray", {QStringLiteral("settings")}, QJsonArray{}},
         Malformed{"sessionsAsObject", {QStringLiteral("sessions")}, QJsonObject{}},
         Malformed{"sessionAsArray", {QStringLiteral("sessions"), 0}, QJsonArray{}},

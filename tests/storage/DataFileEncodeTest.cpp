@@ -242,6 +242,8 @@ AppSettings everyOptionalPresent() {
     AppSettings s = sampleSettings();
     s.musicService = MusicService::netEase;
     s.floatingTimerOnMinimize = false;
+    s.pauseNotificationsWhileFocusing = true;
+    s.pauseRoundOnScreenLock = false;
     s.ambientVolumes = std::map<QString, double>{
         {QStringLiteral("wind"), 0.1},   {QStringLiteral("birds"), 0.2},
         {QStringLiteral("Rain"), 0.3},   {QStringLiteral("rain"), 0.4},
@@ -280,11 +282,13 @@ TEST(DataFileEncoding, EveryOptionalKeyIsWrittenWhenPresentAndOmittedWhenAbsent)
     bare.ambientVolumes.reset();
     bare.ambientMasterVolume.reset();
     bare.ambientFollowsFocus.reset();
+    bare.pauseNotificationsWhileFocusing.reset();
+    bare.pauseRoundOnScreenLock.reset();
     const QByteArray stripped = DataFileCodec::encode(bare, {});
     for (const char* key :
          {"musicService", "appearanceMode", "floatingTimerOnMinimize", "floatingSignalButtons",
           "taskNames", "selectedTaskName", "ambientSounds", "ambientVolumes", "ambientMasterVolume",
-          "ambientFollowsFocus"}) {
+          "ambientFollowsFocus", "pauseNotificationsWhileFocusing", "pauseRoundOnScreenLock"}) {
         const QByteArray quoted = QByteArray("\"") + key + "\" : ";
         EXPECT_TRUE(full.contains(quoted)) << key;
         EXPECT_FALSE(stripped.contains(quoted)) << key;
