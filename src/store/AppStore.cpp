@@ -49,10 +49,14 @@ AppStore::AppStore(Services services, QObject* parent)
     updateAmbientLevels();
     normalizeSettings();
     m_timer = m_services.scheduler->every(kTickPeriod, [this] { tick(); });
+    startFocusGuard();
 }
 
 AppStore::~AppStore() {
     *m_alive = false;
+    // Quitting gives the desktop's banners back, whatever the round was doing.
+    if (m_notificationsHeld)
+        m_services.notificationHold->setHeld(false);
     // The latest state reaches the disk before the application goes: a settings change
     // still waiting out its debounce is written now.
     if (m_saveDebounce && m_saveDebounce->isActive()) {
@@ -107,6 +111,7 @@ void AppStore::setSettings(const AppSettings& settings) {
     m_settings = settings;
     Q_EMIT settingsChanged();
     updateAmbientLevels();
+    updateNotificationHold();
     // Every assignment restarts the wait; only the last value of a burst is written.
     m_saveDebounce = m_services.scheduler->after(kSaveDebounce, [this] { onSettingsSettled(); });
 }
@@ -124,6 +129,9 @@ bool AppStore::isSessionActive() const {
 
 void AppStore::setPhase(SessionPhase phase) {
     m_phase = phase;
+    // Before anyone reacts to the new phase: the round-end notification must find the
+    // banners given back.
+    updateNotificationHold();
     Q_EMIT phaseChanged();
 }
 
@@ -243,16 +251,21 @@ bool AppStore::sleptSinceLastStep() {
 }
 
 void AppStore::pauseAfterSleep() {
-    // A break that was running ends as if skipped; the round then pauses where its net time
-    // stood when the computer went to sleep, since the monotonic clock stood still meanwhile.
+    // The round pauses where its net time stood when the computer went to sleep, since the
+    // monotonic clock stood still meanwhile.
+    pauseRunningRound(QStringLiteral("电脑休眠期间本轮已暂停。"));
+}
+
+void AppStore::pauseRunningRound(const QString& message) {
+    // A break that was running ends as if skipped.
     if (m_phase == SessionPhase::microBreak)
         resumeAfterMicroBreak();
     if (m_phase != SessionPhase::focusing)
         return;
     if (updateFocusCounters() <= 0)
-        return; // the round ran out before the sleep: the step below completes it
+        return; // the round ran out already: the next step completes it
     togglePause();
-    toast(QStringLiteral("电脑休眠期间本轮已暂停。"));
+    toast(message);
 }
 
 void AppStore::tick() {

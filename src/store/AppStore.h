@@ -72,6 +72,9 @@ class AppStore : public QObject {
         qint64 attentionCapacityMinutes READ attentionCapacityMinutes NOTIFY statisticsChanged)
     /// Suggested length of the next round in minutes.
     Q_PROPERTY(qint64 recommendedMinutes READ recommendedMinutes NOTIFY statisticsChanged)
+    /// The desktop lets the app hold its notification banners during a round.
+    Q_PROPERTY(bool notificationHoldAvailable READ notificationHoldAvailable NOTIFY
+                   notificationHoldAvailableChanged)
 
 public:
     explicit AppStore(Services services, QObject* parent = nullptr);
@@ -125,6 +128,10 @@ public:
     /// The end dialog's continue choice: the round runs on.
     Q_INVOKABLE void continueSession();
     Q_INVOKABLE void abandonSession();
+    /// The screen locked: a running round pauses, as after a sleep, unless the user chose
+    /// otherwise.
+    void pauseForScreenLock();
+    bool notificationHoldAvailable() const { return m_notificationHoldAvailable; }
     Q_INVOKABLE void saveCompletion(qint64 focusRating, qint64 endEnergy, const QString& note);
 
     // --- commands ---
@@ -187,6 +194,7 @@ Q_SIGNALS:
     void stepped();
     /// The sessions changed or the calendar day turned.
     void statisticsChanged();
+    void notificationHoldAvailableChanged();
 
 private:
     void tick();
@@ -211,6 +219,11 @@ private:
     /// True once per suspend, on the first step after waking.
     bool sleptSinceLastStep();
     void pauseAfterSleep();
+    /// Pauses a focusing round (a running break ends as if skipped first), with `toast`.
+    void pauseRunningRound(const QString& toast);
+    void startFocusGuard();
+    /// Banners are held exactly while focusing or in a break, when the user asked for it.
+    void updateNotificationHold();
     /// The focusing step's counters; returns the net seconds left.
     double updateFocusCounters();
 
@@ -263,6 +276,8 @@ private:
     std::unique_ptr<Scheduler::Handle> m_timer;
     std::unique_ptr<Scheduler::Handle> m_saveDebounce;
     std::vector<std::unique_ptr<Scheduler::Handle>> m_toastChecks;
+    bool m_notificationHoldAvailable = false;
+    bool m_notificationsHeld = false;
     /// Lets music completions notice that the store is gone.
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };

@@ -9,6 +9,8 @@
 #include "store/Scheduler.h"
 #include "store/SoundPlayer.h"
 #include "store/WorkQueue.h"
+#include "store/focusguard/NotificationHold.h"
+#include "store/focusguard/ScreenLockWatch.h"
 
 #include <memory>
 
@@ -26,6 +28,10 @@ struct Services {
     std::shared_ptr<MusicPlayer> music;
     /// Where the data file is serialised and written; a worker thread when not given.
     std::shared_ptr<WorkQueue> work;
+    /// The desktop's notification banners, held while focusing; none: never held.
+    std::shared_ptr<NotificationHold> notificationHold;
+    /// Screen locks, which pause a running round; none: locks go unnoticed.
+    std::shared_ptr<ScreenLockWatch> screenLock;
 };
 
 } // namespace quill

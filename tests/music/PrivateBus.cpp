@@ -1,11 +1,39 @@
 #include "PrivateBus.h"
 
+#include <QFile>
+
 namespace quill::test {
 
+namespace {
+// The session bus's defaults without <standard_session_servicedirs/>.
+constexpr char kConfig[] =
+    R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:dir=%1</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+} // namespace
+
 PrivateBus::PrivateBus() {
+    const QString config = m_dir.filePath(QStringLiteral("bus.conf"));
+    QFile file(config);
+    if (!m_dir.isValid() || !file.open(QIODevice::WriteOnly) ||
+        file.write(QString::fromLatin1(kConfig).arg(m_dir.path()).toUtf8()) < 0) {
+        m_error = QStringLiteral("cannot write the bus configuration");
+        return;
+    }
+    file.close();
     m_daemon.setProgram(QStringLiteral("dbus-daemon"));
-    m_daemon.setArguments({QStringLiteral("--session"), QStringLiteral("--print-address"),
-                           QStringLiteral("--nofork")});
+    m_daemon.setArguments({QStringLiteral("--config-file=") + config,
+                           QStringLiteral("--print-address"), QStringLiteral("--nofork")});
     m_daemon.setProcessChannelMode(QProcess::SeparateChannels);
     m_daemon.start();
     if (!m_daemon.waitForStarted()) {

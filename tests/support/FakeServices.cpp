@@ -41,7 +41,8 @@ FakeServices::FakeServices()
       work(std::make_shared<InlineWorkQueue>(scheduler)) {}
 
 Services FakeServices::services() const {
-    return Services{clock, scheduler, random, data, files, sounds, ambient, music, work};
+    return Services{clock, scheduler, random,           data,      files, sounds, ambient,
+                    music, work,      notificationHold, screenLock};
 }
 
 } // namespace quill::test

@@ -116,6 +116,9 @@ struct FakeServices {
     std::shared_ptr<RecordingAmbientOutput> ambient;
     std::shared_ptr<RecordingMusicPlayer> music;
     std::shared_ptr<InlineWorkQueue> work;
+    /// None unless a test gives them.
+    std::shared_ptr<NotificationHold> notificationHold;
+    std::shared_ptr<ScreenLockWatch> screenLock;
     Services services() const;
 };
 
