@@ -53,19 +53,19 @@ void DesktopNotificationHold::choose() {
 }
 
 void DesktopNotificationHold::askGnome() {
-    // GNOME Shell names itself as the notification server; its banner switch means nothing
-    // under another desktop that merely has GNOME's settings installed.
-    const QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.Notifications"),
-        QStringLiteral("/org/freedesktop/Notifications"),
-        QStringLiteral("org.freedesktop.Notifications"), QStringLiteral("GetServerInformation"));
+    // GNOME's banner switch means something only to a running GNOME Shell, not to another
+    // desktop that merely has GNOME's settings installed. Asked of the bus itself, so no
+    // notification server is started by the question.
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
+    call << QStringLiteral("org.gnome.Shell");
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         const QDBusMessage reply = watcher->reply();
-        const bool gnome =
-            reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty() &&
-            reply.arguments().constFirst().toString() == QLatin1String("gnome-shell");
+        const bool gnome = reply.type() == QDBusMessage::ReplyMessage &&
+                           !reply.arguments().isEmpty() && reply.arguments().constFirst().toBool();
         if (!gnome)
             return chosen(nullptr);
         QPointer<DesktopNotificationHold> self(this);

@@ -10,8 +10,9 @@
 
 namespace quill {
 
-/// The notification hold of the desktop the app runs on: the server's inhibition where it
-/// has one (KDE Plasma), else GNOME's banner switch under GNOME Shell, else none. The choice
+/// The notification hold of the desktop the app runs on: the notification server's
+/// inhibition where it has one (KDE Plasma), else GNOME's banner switch while GNOME Shell
+/// runs, else none. The choice
 /// is made once, on the bus; holds asked for meanwhile wait for it.
 class DesktopNotificationHold final : public QObject, public NotificationHold {
     Q_OBJECT
