@@ -1,4 +1,5 @@
 #include "UiHarness.h"
+#include "support/FakeFocusGuard.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -141,6 +142,49 @@ TEST_F(ClearHistoryTest, ClearingThroughTheAlertEmptiesTheHistoryForGood) {
     ui.reset();
     UiHarness restarted(inFolder(false));
     EXPECT_EQ(restarted.store().sessionCount(), 0);
+}
+
+} // namespace
+
+namespace {
+
+class FocusGuardCardTest : public SettingsScreenTest {
+protected:
+    static std::function<void(FakeServices&)> withHold(std::shared_ptr<NotificationHold> hold) {
+        return [hold](FakeServices& f) { f.notificationHold = hold; };
+    }
+    FocusGuardCardTest() : SettingsScreenTest(withHold(hold)) {}
+    static inline std::shared_ptr<RecordingNotificationHold> hold;
+    void SetUp() override { ui->settle(); }
+    void press(const QString& name) {
+        ui->item(name)->forceActiveFocus(Qt::TabFocusReason);
+        ui->pressKey(Qt::Key_Space);
+    }
+
+public:
+    static void SetUpTestSuite() { hold = std::make_shared<RecordingNotificationHold>(); }
+    static void TearDownTestSuite() { hold.reset(); }
+};
+
+// Below the fold: the switches are pressed from the keyboard.
+TEST_F(FocusGuardCardTest, TheNotificationSwitchWaitsForTheDesktopAndSaysWhyNot) {
+    EXPECT_EQ(ui->text("settings.guard.title"), "专注保护");
+    EXPECT_FALSE(enabled("settings.guard.notifications"));
+    EXPECT_EQ(ui->text("settings.guard.notificationsRow.detail"),
+              "当前桌面无法暂停通知（支持 GNOME 和 KDE Plasma）");
+
+    hold->answerProbes(true);
+    ui->settle();
+    ASSERT_TRUE(enabled("settings.guard.notifications"));
+    EXPECT_EQ(ui->text("settings.guard.notificationsRow.detail"),
+              "计时和微休息期间不弹出通知，暂停或结束后恢复原样");
+    press("settings.guard.notifications");
+    EXPECT_EQ(ui->store().settings().pauseNotificationsWhileFocusing, true);
+    EXPECT_TRUE(ui->item("settings.guard.notifications")->property("checked").toBool());
+
+    EXPECT_TRUE(ui->item("settings.guard.screenLock")->property("checked").toBool());
+    press("settings.guard.screenLock");
+    EXPECT_EQ(ui->store().settings().pauseRoundOnScreenLock, false);
 }
 
 } // namespace

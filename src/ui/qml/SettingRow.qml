@@ -32,6 +32,7 @@ Item {
             elide: Text.ElideRight
         }
         Text {
+            objectName: row.objectName ? row.objectName + ".detail" : ""
             width: parent.width
             text: row.detail
             visible: text !== ""

@@ -13,6 +13,7 @@ Item {
     SettingsViewModel { id: vm; store: screen.store }
     MusicSettingsViewModel { id: music; store: screen.store }
     TaskSettingsViewModel { id: tasks; store: screen.store }
+    FocusGuardViewModel { id: guard; store: screen.store }
 
     // The running player may have changed while the screen was away.
     onVisibleChanged: if (visible) music.refreshPlayer()
@@ -131,6 +132,12 @@ Item {
                         objectName: "settings.music"
                         width: parent.width
                         music: music
+                    }
+
+                    FocusGuardCard {
+                        objectName: "settings.guard"
+                        width: parent.width
+                        guard: guard
                     }
                 }
 
