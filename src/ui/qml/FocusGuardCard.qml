@@ -18,6 +18,7 @@ SettingsCard {
             Accessible.name: "专注时暂停桌面通知"
             Accessible.description: card.guard.holdDetail
             enabled: card.guard.holdAvailable
+            opacity: enabled ? 1 : 0.5
             checked: card.guard.holdNotifications
             onToggled: card.guard.holdNotifications = checked
         }
