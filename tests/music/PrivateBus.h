@@ -7,9 +7,9 @@
 namespace quill::test {
 
 /// A session bus of the test's own: a dbus-daemon started for it and killed with it, so
-/// the tests need no desktop session and see no player of the machine's. It lists no service
-/// folders, so nothing installed on the machine (a notification server, a player) is ever
-/// started on it.
+/// the tests need no desktop session and see no player of the machine's. It lists no
+/// service folders, so nothing installed on the machine (a notification server of Plasma
+/// or GNOME, a player) is started on demand.
 class PrivateBus {
 public:
     PrivateBus();
