@@ -97,6 +97,20 @@ void AppStore::setSettings(const AppSettings& settings) {
     m_saveDebounce = m_services.scheduler->after(kSaveDebounce, [this] { onSettingsSettled(); });
 }
 
+bool AppStore::editSettings(const std::function<void(AppSettings&)>& edit, EditTime when) {
+    if (when == EditTime::betweenRounds && isRoundDesignLocked())
+        return false;
+    AppSettings updated = m_settings;
+    edit(updated);
+    setSettings(normalizedSettings(updated));
+    return true;
+}
+
+void AppStore::adoptRecommendedLength() {
+    const qint64 minutes = recommendedMinutes();
+    editSettings([minutes](AppSettings& s) { s.selectedDurationMinutes = minutes; });
+}
+
 void AppStore::setSessions(const QList<StudySession>& sessions) {
     m_sessions = sessions;
     Q_EMIT sessionsChanged();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "insights/TaskSummary.h"
 #include "model/AppSettings.h"
 #include "model/SessionDraft.h"
 #include "model/SessionPhase.h"
@@ -13,6 +12,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -85,6 +85,18 @@ public:
     /// The one assignment path for settings: notifies, feeds the ambient levels, debounces the
     /// write.
     void setSettings(const AppSettings& settings);
+    /// Whether an edit may happen while a round runs: what designs the round is held until it
+    /// ends.
+    enum class EditTime { anyTime, betweenRounds };
+    /// The one way the screens change settings: `edit` changes a copy, which is repaired at
+    /// once and assigned, so a control shows at once the value that is kept. Returns false
+    /// when the edit is refused because a round runs.
+    bool editSettings(const std::function<void(AppSettings&)>& edit,
+                      EditTime when = EditTime::anyTime);
+    /// The design of the round is held while one runs.
+    bool isRoundDesignLocked() const { return isSessionActive(); }
+    /// The next round gets the suggested length.
+    void adoptRecommendedLength();
     const QList<StudySession>& sessions() const { return m_sessions; }
     SessionPhase phase() const { return m_phase; }
     bool isSessionActive() const;

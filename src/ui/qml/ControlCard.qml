@@ -6,7 +6,6 @@ import Quillmere
 QuillCard {
     id: card
     required property ControlCardViewModel controls
-    required property SettingsBridge settings
     objectName: "control.card"
     padding: 20
     implicitHeight: body.implicitHeight + 2 * padding
@@ -179,15 +178,15 @@ QuillCard {
                     horizontalAlignment: Text.AlignHCenter
                     placeholderText: "分钟"
                     Accessible.name: "分钟"
-                    // Digits only; a number out of 1…1440 is brought into range as the store's
-                    // repair would, and the field then shows what the store holds.
+                    // Digits only; the store brings the number into range, and the field then
+                    // shows what the store holds.
                     validator: RegularExpressionValidator { regularExpression: /[0-9]{0,5}/ }
-                    text: card.settings.selectedDurationMinutes
+                    text: card.controls.selectedDuration
                     onEditingFinished: {
                         const minutes = parseInt(text)
                         if (!isNaN(minutes))
-                            card.settings.selectedDurationMinutes = Math.max(1, Math.min(1440, minutes))
-                        text = Qt.binding(() => card.settings.selectedDurationMinutes)
+                            card.controls.chooseDuration(minutes)
+                        text = Qt.binding(() => card.controls.selectedDuration)
                     }
                 }
                 Text {
@@ -200,10 +199,10 @@ QuillCard {
                     objectName: "control.durationStepper"
                     anchors.verticalCenter: parent.verticalCenter
                     accessibleName: "专注时长"
-                    value: card.settings.selectedDurationMinutes
+                    value: card.controls.selectedDuration
                     from: 1
                     to: 1440
-                    onStepped: (newValue) => card.settings.selectedDurationMinutes = newValue
+                    onStepped: (newValue) => card.controls.chooseDuration(newValue)
                 }
             }
         }
@@ -222,10 +221,10 @@ QuillCard {
                 MinuteStepper {
                     objectName: "control.reminderMin"
                     title: "最早"
-                    value: card.settings.reminderMinimumMinutes
+                    value: card.controls.reminderMinimum
                     from: 1
                     to: 60
-                    onStepped: (newValue) => card.settings.reminderMinimumMinutes = newValue
+                    onStepped: (newValue) => card.controls.chooseReminderMinimum(newValue)
                 }
                 SymbolIcon {
                     anchors.bottom: parent.bottom
@@ -237,10 +236,10 @@ QuillCard {
                 MinuteStepper {
                     objectName: "control.reminderMax"
                     title: "最晚"
-                    value: card.settings.reminderMaximumMinutes
-                    from: card.settings.reminderMaximumFloor
+                    value: card.controls.reminderMaximum
+                    from: card.controls.reminderMaximumFloor
                     to: 90
-                    onStepped: (newValue) => card.settings.reminderMaximumMinutes = newValue
+                    onStepped: (newValue) => card.controls.chooseReminderMaximum(newValue)
                 }
             }
         }

@@ -112,7 +112,6 @@ Item {
                     ControlCard {
                         width: parent.width
                         controls: controls
-                        settings: screen.settings
                     }
                     AmbientSoundsCard {
                         width: parent.width

@@ -7,8 +7,6 @@ import Quillmere
 Item {
     id: screen
     required property AppStore store
-    required property SettingsBridge settings
-    required property ShellViewModel shell
 
     InsightsViewModel { id: vm; store: screen.store }
 

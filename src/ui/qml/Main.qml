@@ -78,24 +78,21 @@ Window {
             anchors.fill: parent
             visible: shell.selectedKey === "insights"
             file: "InsightsScreen.qml"
-            screenProperties: ({ objectName: "insightsScreen", store: root.store,
-                                 settings: settingsBridge, shell: root.shellModel })
+            screenProperties: ({ objectName: "insightsScreen", store: root.store })
         }
         ScreenLoader {
             objectName: "historyLoader"
             anchors.fill: parent
             visible: shell.selectedKey === "history"
             file: "HistoryScreen.qml"
-            screenProperties: ({ objectName: "historyScreen", store: root.store,
-                                 settings: settingsBridge, shell: root.shellModel })
+            screenProperties: ({ objectName: "historyScreen", store: root.store })
         }
         ScreenLoader {
             objectName: "settingsLoader"
             anchors.fill: parent
             visible: shell.selectedKey === "settings"
             file: "SettingsScreen.qml"
-            screenProperties: ({ objectName: "settingsScreen", store: root.store,
-                                 settings: settingsBridge, shell: root.shellModel })
+            screenProperties: ({ objectName: "settingsScreen", store: root.store })
         }
 
         Toast {

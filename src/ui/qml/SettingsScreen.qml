@@ -7,8 +7,6 @@ import Quillmere
 Item {
     id: screen
     required property AppStore store
-    required property SettingsBridge settings
-    required property ShellViewModel shell
 
     SettingsViewModel { id: vm; store: screen.store }
     MusicSettingsViewModel { id: music; store: screen.store }

@@ -20,7 +20,7 @@ void ControlCardViewModel::refreshAll() {
 }
 
 void ControlCardViewModel::refreshLock() {
-    if (assign(m_locked, store() && store()->isSessionActive()))
+    if (assign(m_locked, store() && store()->isRoundDesignLocked()))
         Q_EMIT lockChanged();
 }
 
@@ -60,6 +60,18 @@ QString ControlCardViewModel::durationLabel() const {
 
 int ControlCardViewModel::selectedDuration() const {
     return int(settings().selectedDurationMinutes);
+}
+
+int ControlCardViewModel::reminderMinimum() const {
+    return int(settings().reminderMinimumMinutes);
+}
+
+int ControlCardViewModel::reminderMaximum() const {
+    return int(settings().reminderMaximumMinutes);
+}
+
+int ControlCardViewModel::reminderMaximumFloor() const {
+    return int(settings().reminderMaximumFloor());
 }
 
 QVariantList ControlCardViewModel::durationChoices() {
@@ -124,11 +136,18 @@ void ControlCardViewModel::chooseTask(int index) {
 }
 
 void ControlCardViewModel::chooseDuration(int minutes) {
-    if (!store() || m_locked)
-        return;
-    AppSettings updated = store()->settings();
-    updated.selectedDurationMinutes = minutes;
-    store()->setSettings(updated);
+    editSettings([minutes](AppSettings& s) { s.selectedDurationMinutes = minutes; },
+                 AppStore::EditTime::betweenRounds);
+}
+
+void ControlCardViewModel::chooseReminderMinimum(int minutes) {
+    editSettings([minutes](AppSettings& s) { s.reminderMinimumMinutes = minutes; },
+                 AppStore::EditTime::betweenRounds);
+}
+
+void ControlCardViewModel::chooseReminderMaximum(int minutes) {
+    editSettings([minutes](AppSettings& s) { s.reminderMaximumMinutes = minutes; },
+                 AppStore::EditTime::betweenRounds);
 }
 
 void ControlCardViewModel::setEnergy(int level) {

@@ -269,12 +269,8 @@ void FocusViewModel::recordFatigue() {
 }
 
 void FocusViewModel::adoptRecommendation() {
-    AppStore* s = store();
-    if (!s)
-        return;
-    AppSettings updated = s->settings();
-    updated.selectedDurationMinutes = s->recommendedMinutes();
-    s->setSettings(updated);
+    if (store())
+        store()->adoptRecommendedLength();
 }
 
 } // namespace quill

@@ -1,6 +1,5 @@
 #include "MusicSettingsViewModel.h"
 
-#include "SettingsEdit.h"
 #include "model/TextRules.h"
 
 namespace quill {
@@ -45,7 +44,7 @@ bool MusicSettingsViewModel::autoPlay() const {
 }
 
 void MusicSettingsViewModel::setAutoPlay(bool on) {
-    editRepairedSettings(store(), [on](AppSettings& s) { s.autoPlayMusic = on; });
+    editSettings([on](AppSettings& s) { s.autoPlayMusic = on; });
 }
 
 QString MusicSettingsViewModel::autoPlayTitle() const {
@@ -78,7 +77,7 @@ void MusicSettingsViewModel::setServiceIndex(int index) {
     if (index != 0 && index != 1)
         return;
     const MusicService chosen = index == 1 ? MusicService::netEase : MusicService::appleMusic;
-    editRepairedSettings(store(), [chosen](AppSettings& s) { s.musicService = chosen; });
+    editSettings([chosen](AppSettings& s) { s.musicService = chosen; });
 }
 
 QStringList MusicSettingsViewModel::sourceOptions() {
@@ -93,7 +92,7 @@ void MusicSettingsViewModel::setSourceIndex(int index) {
     if (index != 0 && index != 1)
         return;
     const MusicSource chosen = index == 1 ? MusicSource::playlist : MusicSource::library;
-    editRepairedSettings(store(), [chosen](AppSettings& s) { s.musicSource = chosen; });
+    editSettings([chosen](AppSettings& s) { s.musicSource = chosen; });
 }
 
 bool MusicSettingsViewModel::playlistShown() const {
@@ -107,7 +106,7 @@ QString MusicSettingsViewModel::playlistName() const {
 void MusicSettingsViewModel::setPlaylistName(const QString& name) {
     if (name == playlistName())
         return;
-    editRepairedSettings(store(), [&name](AppSettings& s) { s.playlistName = name; });
+    editSettings([&name](AppSettings& s) { s.playlistName = name; });
 }
 
 QString MusicSettingsViewModel::playlistCaption() {
