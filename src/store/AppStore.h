@@ -82,6 +82,8 @@ public:
     AppSection selectedSection() const { return m_selectedSection; }
     void setSelectedSection(AppSection section);
     const AppSettings& settings() const { return m_settings; }
+    /// The main thread's timers, for the windows' own delayed calls.
+    const std::shared_ptr<Scheduler>& scheduler() const { return m_services.scheduler; }
     /// The one assignment path for settings: notifies, feeds the ambient levels, debounces the
     /// write.
     void setSettings(const AppSettings& settings);
