@@ -1,4 +1,4 @@
-#include "audio/AmbientSound.h"
+#include "model/AmbientSound.h"
 
 namespace quill {
 

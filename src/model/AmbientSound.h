@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/ThemeTint.h"
+
 #include <QString>
 #include <array>
 #include <optional>
@@ -14,9 +16,6 @@ inline constexpr std::size_t kAmbientSoundCount = 8;
 inline constexpr std::array<AmbientSound, kAmbientSoundCount> kAllAmbientSounds{
     AmbientSound::rain, AmbientSound::waves, AmbientSound::stream,   AmbientSound::wind,
     AmbientSound::fire, AmbientSound::birds, AmbientSound::crickets, AmbientSound::brownNoise};
-
-/// Colour meaning shared by every screen.
-enum class ThemeTint { mint, amber, blue, coral };
 
 struct AmbientSoundInfo {
     AmbientSound sound;
