@@ -4,7 +4,7 @@
 #include "MainWindowRestorer.h"
 #include "PanelPlacement.h"
 #include "TrayIconArt.h"
-#include "ui/theme/AdaptiveColor.h"
+#include "X11WindowHints.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -102,13 +102,11 @@ void TrayIcon::updateIcon() {
 QIcon TrayIcon::currentIcon() const {
     // The installed icons by name, so the desktop draws them in its own panel style: the
     // monochrome one while idle, the mint one during a round. Run from a build tree, the
-    // built-in drawings stand in: the idle outline a light neutral that reads on light and
-    // dark panels, the running round's leaf mint.
+    // built-in drawings stand in.
     const bool running = m_symbol.endsWith(QLatin1String(".fill"));
-    const QColor color = running ? colorFromRgb(0x78D7B2) : colorFromRgb(0xC9D4D0);
     QIcon builtIn;
     for (int size : {16, 22, 24, 32, 48, 64})
-        builtIn.addPixmap(QPixmap::fromImage(trayIconImage(m_symbol, size, color)));
+        builtIn.addPixmap(QPixmap::fromImage(trayIconImage(m_symbol, size)));
     const QString name = running ? appId() : appId() + QStringLiteral("-symbolic");
     // Not fromTheme(name, fallback): that also falls back for an icon found only as SVG.
     return QIcon::hasThemeIcon(name) ? QIcon::fromTheme(name) : builtIn;
