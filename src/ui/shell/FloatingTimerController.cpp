@@ -5,11 +5,13 @@
 #include "store/AppStore.h"
 #include "ui/UiLog.h"
 
+#include <QGuiApplication>
 #include <QPainterPath>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QRegion>
 
+#include <QScreen>
 namespace quill {
 
 namespace {
@@ -20,9 +22,31 @@ const QUrl kPanelUrl(QStringLiteral("qrc:/qt/qml/Quillmere/FloatingTimerPanel.qm
 QRegion roundedRegion(QSize size, qreal radius) {
     QPainterPath path;
     path.addRoundedRect(QRectF(QPointF(0, 0), size), radius, radius);
+    rememberPlace();
     return QRegion(path.toFillPolygon().toPolygon());
 }
 } // namespace
+void FloatingTimerController::setPlaceFile(const QString& path) {
+    if (m_placeFile == path)
+        return;
+    m_placeFile = path;
+    m_place.reset();
+    Q_EMIT placeFileChanged();
+}
+
+FloatingTimerPlace& FloatingTimerController::place() {
+    if (!m_place)
+        m_place = std::make_unique<FloatingTimerPlace>(
+            m_placeFile.isEmpty() ? FloatingTimerPlace::defaultFilePath() : m_placeFile);
+    return *m_place;
+}
+
+void FloatingTimerController::rememberPlace() {
+    // A Wayland client neither knows nor sets where its windows are.
+    if (m_panel && QGuiApplication::platformName() != QLatin1String("wayland"))
+        place().remember(m_panel->position());
+}
+
 
 FloatingTimerController::FloatingTimerController(QObject* parent) : QObject(parent) {}
 
@@ -129,6 +153,12 @@ void FloatingTimerController::open() {
     format.setAlphaBufferSize(8);
     panel->setFormat(format);
     panel->create();
+    QList<QRect> screens;
+    if (QScreen* primary = QGuiApplication::primaryScreen())
+        screens << primary->availableGeometry();
+    for (QScreen* screen : QGuiApplication::screens())
+        screens << screen->availableGeometry();
+    panel->setPosition(place().position(panel->size(), screens));
     x11::showOnAllWorkspaces(panel);
     if (!m_composited) {
         auto applyMask = [panel] {
@@ -148,6 +178,7 @@ void FloatingTimerController::dismiss() {
         return;
     QQuickWindow* panel = m_panel;
     m_panel.clear();
+    rememberPlace();
     panel->hide();
     // A button inside the panel may be what closed it: delete once its click has returned.
     panel->deleteLater();

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "FloatingTimerPlace.h"
 #include "model/AppSettings.h"
 
 #include <QObject>
 #include <QPointer>
 #include <QQuickWindow>
 #include <QtQml/qqmlregistration.h>
+#include <memory>
 
 class QQmlComponent;
 
@@ -30,6 +32,8 @@ class FloatingTimerController : public QObject {
     /// The panel's transparent margin shows the desktop (a compositor runs), so it can draw
     /// its own shadow there; without one the window is exactly the panel, its corners masked.
     Q_PROPERTY(bool composited READ composited NOTIFY panelChanged)
+    /// The state file keeping where the user left the panel; the user's state home if unset.
+    Q_PROPERTY(QString placeFile READ placeFile WRITE setPlaceFile NOTIFY placeFileChanged)
 
 public:
     explicit FloatingTimerController(QObject* parent = nullptr);
@@ -44,6 +48,8 @@ public:
     void setMainWindow(QQuickWindow* window);
     QQuickWindow* panel() const { return m_panel; }
     bool composited() const { return m_composited; }
+    QString placeFile() const { return m_placeFile; }
+    void setPlaceFile(const QString& path);
 
     /// The restore button: brings the main window back and closes the panel.
     Q_INVOKABLE void restoreMainWindow();
@@ -54,6 +60,7 @@ Q_SIGNALS:
     void storeChanged();
     void mainWindowChanged();
     void panelChanged();
+    void placeFileChanged();
 
 private:
     void update();
@@ -61,13 +68,18 @@ private:
     void open();
     void dismiss();
     void onMainWindowState(Qt::WindowStates states);
+    FloatingTimerPlace& place();
+    void rememberPlace();
+    bool outOfSight(Qt::WindowStates states) const;
 
     QPointer<AppStore> m_store;
     QPointer<QQuickWindow> m_mainWindow;
     QPointer<QQuickWindow> m_panel;
     // Compiled when a round starts, so minimising only has to instantiate it.
     QQmlComponent* m_component = nullptr;
-    QMetaObject::Connection m_storeSettings, m_storePhase, m_windowState;
+    QString m_placeFile;
+    std::unique_ptr<FloatingTimerPlace> m_place; // read on first open, kept for the session
+    QMetaObject::Connection m_storeSettings, m_storePhase, m_windowState, m_windowVisible;
     bool m_mainMinimised = false;
     bool m_composited = false;
     // What the open-rule last saw of the settings: a settings write that changes neither
