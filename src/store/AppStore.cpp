@@ -122,6 +122,10 @@ bool AppStore::isSessionActive() const {
            m_phase == SessionPhase::microBreak;
 }
 
+bool AppStore::isReviewPending() const {
+    return m_phase == SessionPhase::completed && m_draft.has_value();
+}
+
 void AppStore::setPhase(SessionPhase phase) {
     m_phase = phase;
     Q_EMIT phaseChanged();
@@ -290,7 +294,8 @@ void AppStore::tick() {
 }
 
 void AppStore::startSession(std::optional<qint64> minutesArgument) {
-    if (isSessionActive())
+    // A finished round waiting for its review is never thrown away by a new start.
+    if (isSessionActive() || isReviewPending())
         return;
     normalizeSettings();
 
