@@ -1,31 +1,30 @@
 #include "FloatingTimerController.h"
 
 #include "MainWindowRestorer.h"
+#include "RoundedWindowMask.h"
 #include "X11WindowHints.h"
 #include "store/AppStore.h"
 #include "ui/UiLog.h"
 
 #include <QGuiApplication>
-#include <QPainterPath>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QRegion>
-
 #include <QScreen>
+
 namespace quill {
 
 namespace {
 const QUrl kPanelUrl(QStringLiteral("qrc:/qt/qml/Quillmere/FloatingTimerPanel.qml"));
-
-// Without a compositor the window is the panel itself; its rounded corners are cut by a
-// shape mask so the desktop, not black, shows there.
-QRegion roundedRegion(QSize size, qreal radius) {
-    QPainterPath path;
-    path.addRoundedRect(QRectF(QPointF(0, 0), size), radius, radius);
-    rememberPlace();
-    return QRegion(path.toFillPolygon().toPolygon());
-}
 } // namespace
+
+FloatingTimerController::FloatingTimerController(QObject* parent) : QObject(parent) {}
+
+FloatingTimerController::~FloatingTimerController() {
+    rememberPlace();
+    delete m_panel.data();
+}
+
 void FloatingTimerController::setPlaceFile(const QString& path) {
     if (m_placeFile == path)
         return;
@@ -45,13 +44,6 @@ void FloatingTimerController::rememberPlace() {
     // A Wayland client neither knows nor sets where its windows are.
     if (m_panel && QGuiApplication::platformName() != QLatin1String("wayland"))
         place().remember(m_panel->position());
-}
-
-
-FloatingTimerController::FloatingTimerController(QObject* parent) : QObject(parent) {}
-
-FloatingTimerController::~FloatingTimerController() {
-    delete m_panel.data();
 }
 
 bool FloatingTimerController::wanted(bool mainMinimised, bool sessionActive,
@@ -91,19 +83,27 @@ void FloatingTimerController::setMainWindow(QQuickWindow* window) {
     if (m_mainWindow == window)
         return;
     disconnect(m_windowState);
+    disconnect(m_windowVisible);
     m_mainWindow = window;
     m_mainMinimised = false;
     if (window) {
         m_windowState = connect(window, &QWindow::windowStateChanged, this,
                                 [this] { onMainWindowState(m_mainWindow->windowStates()); });
-        m_mainMinimised = window->windowStates() & Qt::WindowMinimized;
+        // A main window closed into the tray is out of sight as much as a minimised one.
+        m_windowVisible = connect(window, &QWindow::visibleChanged, this,
+                                  [this] { onMainWindowState(m_mainWindow->windowStates()); });
+        m_mainMinimised = outOfSight(window->windowStates());
     }
     Q_EMIT mainWindowChanged();
     update();
 }
 
+bool FloatingTimerController::outOfSight(Qt::WindowStates states) const {
+    return (states & Qt::WindowMinimized) || !m_mainWindow->isVisible();
+}
+
 void FloatingTimerController::onMainWindowState(Qt::WindowStates states) {
-    const bool minimised = states & Qt::WindowMinimized;
+    const bool minimised = outOfSight(states);
     if (minimised == m_mainMinimised)
         return;
     m_mainMinimised = minimised;
@@ -152,17 +152,18 @@ void FloatingTimerController::open() {
     QSurfaceFormat format = panel->format();
     format.setAlphaBufferSize(8);
     panel->setFormat(format);
-    panel->create();
     QList<QRect> screens;
     if (QScreen* primary = QGuiApplication::primaryScreen())
         screens << primary->availableGeometry();
     for (QScreen* screen : QGuiApplication::screens())
         screens << screen->availableGeometry();
     panel->setPosition(place().position(panel->size(), screens));
+    panel->create();
     x11::showOnAllWorkspaces(panel);
+    // Without a compositor the window is the panel itself, its rounded corners cut by a mask.
     if (!m_composited) {
         auto applyMask = [panel] {
-            panel->setMask(roundedRegion(panel->size(), panel->property("radius").toReal()));
+            panel->setMask(roundedWindowMask(panel->size(), panel->property("radius").toReal()));
         };
         applyMask();
         connect(panel, &QWindow::widthChanged, panel, applyMask);
@@ -176,9 +177,9 @@ void FloatingTimerController::open() {
 void FloatingTimerController::dismiss() {
     if (!m_panel)
         return;
+    rememberPlace();
     QQuickWindow* panel = m_panel;
     m_panel.clear();
-    rememberPlace();
     panel->hide();
     // A button inside the panel may be what closed it: delete once its click has returned.
     panel->deleteLater();

@@ -15,10 +15,10 @@ namespace quill {
 
 class AppStore;
 
-/// Opens the floating countdown panel while a round runs and the main window is minimised
-/// (and the settings ask for it), and closes it otherwise. The panel is a top-level window
-/// built on demand from FloatingTimerPanel.qml and destroyed when it closes, so nothing of it
-/// lives while it is not shown.
+/// Opens the floating countdown panel while a round runs and the main window is minimised or
+/// closed into the tray (and the settings ask for it), and closes it otherwise. The panel is a
+/// top-level window built on demand from FloatingTimerPanel.qml and destroyed when it closes, so
+/// nothing of it lives while it is not shown.
 class FloatingTimerController : public QObject {
     Q_OBJECT
     QML_ELEMENT
