@@ -224,6 +224,7 @@ TEST_F(TrayPanelTest, AWaitingReviewIsOfferedInsteadOfANewStart) {
     QMetaObject::invokeMethod(ui.trayIcon(), "triggerMenuEntry", Q_ARG(int, 1)); // 退出
     ui.settle();
     EXPECT_EQ(ui.text("quitDialog.cancel"), "返回复盘");
+    EXPECT_GT(ui.item("quitDialog.cancel")->width(), 100) << "laid out, not squeezed";
     ui.click("quitDialog.cancel"); // answerable over the sheet
     EXPECT_FALSE(ui.isShown("quitDialog.cancel"));
     EXPECT_TRUE(ui.isShown("review.save"));

@@ -146,8 +146,8 @@ Window {
             closePolicy: T.Popup.NoAutoClose
             anchors.centerIn: T.Overlay.overlay
             padding: 0
-            width: 390
-            height: quitPanel.implicitHeight
+            width: quitPanel.width
+            height: quitPanel.height
             T.Overlay.modal: Rectangle { color: Theme.alpha("#000000", 0.28) }
 
             FocusTrap {
@@ -156,7 +156,7 @@ Window {
                 initialFocus: quitPanel.cancelButton
                 onEscapePressed: shell.cancelQuit()
             }
-            contentItem: AbandonSessionDialog {
+            AbandonSessionDialog {
                 id: quitPanel
                 buttonPrefix: "quitDialog"
                 cancelTitle: shell.quitCancelTitle
