@@ -1,6 +1,8 @@
 #include "FloatingTimerController.h"
 
+#include "KWinWindowRule.h"
 #include "MainWindowRestorer.h"
+#include "MinimisedWatch.h"
 #include "RoundedWindowMask.h"
 #include "X11WindowHints.h"
 #include "store/AppStore.h"
@@ -75,6 +77,7 @@ void FloatingTimerController::setStore(AppStore* store) {
         m_countdownSetting = store->settings().effectiveFloatingTimerOnMinimize();
         m_buttonsSetting = store->settings().effectiveFloatingSignalButtons();
     }
+    watchMainWindow();
     Q_EMIT storeChanged();
     update();
 }
@@ -82,38 +85,38 @@ void FloatingTimerController::setStore(AppStore* store) {
 void FloatingTimerController::setMainWindow(QQuickWindow* window) {
     if (m_mainWindow == window)
         return;
-    disconnect(m_windowState);
-    disconnect(m_windowVisible);
     m_mainWindow = window;
-    m_mainMinimised = false;
-    if (window) {
-        m_windowState = connect(window, &QWindow::windowStateChanged, this,
-                                [this] { onMainWindowState(m_mainWindow->windowStates()); });
-        // A main window closed into the tray is out of sight as much as a minimised one.
-        m_windowVisible = connect(window, &QWindow::visibleChanged, this,
-                                  [this] { onMainWindowState(m_mainWindow->windowStates()); });
-        m_mainMinimised = outOfSight(window->windowStates());
-    }
+    watchMainWindow();
     Q_EMIT mainWindowChanged();
     update();
 }
 
-bool FloatingTimerController::outOfSight(Qt::WindowStates states) const {
-    return (states & Qt::WindowMinimized) || !m_mainWindow->isVisible();
+void FloatingTimerController::watchMainWindow() {
+    disconnect(m_windowState);
+    disconnect(m_windowVisible);
+    m_mainMinimised = false;
+    MinimisedWatch* watch =
+        m_store ? MinimisedWatch::of(m_mainWindow, m_store->scheduler()) : nullptr;
+    if (!watch)
+        return;
+    m_windowState = connect(watch, &MinimisedWatch::minimisedChanged, this, [this](bool minimised) {
+        m_mainMinimised = minimised;
+        update();
+    });
+    // A main window closed into the tray is out of sight as much as a minimised one.
+    m_windowVisible =
+        connect(m_mainWindow, &QWindow::visibleChanged, this, &FloatingTimerController::update);
+    m_mainMinimised = watch->isMinimised();
 }
 
-void FloatingTimerController::onMainWindowState(Qt::WindowStates states) {
-    const bool minimised = outOfSight(states);
-    if (minimised == m_mainMinimised)
-        return;
-    m_mainMinimised = minimised;
-    update();
+bool FloatingTimerController::mainOutOfSight() const {
+    return m_mainMinimised || (m_mainWindow && !m_mainWindow->isVisible());
 }
 
 void FloatingTimerController::update() {
     if (m_store && m_store->isSessionActive())
         component();
-    if (m_store && wanted(m_mainMinimised, m_store->isSessionActive(), m_store->settings()))
+    if (m_store && wanted(mainOutOfSight(), m_store->isSessionActive(), m_store->settings()))
         open();
     else
         dismiss();
@@ -158,7 +161,10 @@ void FloatingTimerController::open() {
     for (QScreen* screen : QGuiApplication::screens())
         screens << screen->availableGeometry();
     panel->setPosition(place().position(panel->size(), screens));
+    if (x11::isX11())
+        panel->setFlags((panel->flags() & ~Qt::WindowType_Mask) | Qt::Window);
     panel->create();
+    x11::markAsUtility(panel);
     x11::showOnAllWorkspaces(panel);
     // Without a compositor the window is the panel itself, its rounded corners cut by a mask.
     if (!m_composited) {
@@ -168,6 +174,13 @@ void FloatingTimerController::open() {
         applyMask();
         connect(panel, &QWindow::widthChanged, panel, applyMask);
         connect(panel, &QWindow::heightChanged, panel, applyMask);
+    }
+    if (MinimisedWatch::platformHidesMinimising()) {
+        // Plasma lets a Wayland client keep nothing above; KWin's scripting can.
+        if (!m_kwinRule)
+            m_kwinRule =
+                std::make_unique<KWinWindowRule>(QDBusConnection::sessionBus(), panel->title());
+        m_kwinRule->apply();
     }
     panel->show();
     x11::showOnAllWorkspaces(panel);

@@ -14,6 +14,7 @@ class QQmlComponent;
 namespace quill {
 
 class AppStore;
+class KWinWindowRule;
 
 /// Opens the floating countdown panel while a round runs and the main window is minimised or
 /// closed into the tray (and the settings ask for it), and closes it otherwise. The panel is a
@@ -67,10 +68,11 @@ private:
     QQmlComponent* component();
     void open();
     void dismiss();
-    void onMainWindowState(Qt::WindowStates states);
+    void watchMainWindow();
+    /// Minimised, or closed into the tray.
+    bool mainOutOfSight() const;
     FloatingTimerPlace& place();
     void rememberPlace();
-    bool outOfSight(Qt::WindowStates states) const;
 
     QPointer<AppStore> m_store;
     QPointer<QQuickWindow> m_mainWindow;
@@ -79,6 +81,8 @@ private:
     QQmlComponent* m_component = nullptr;
     QString m_placeFile;
     std::unique_ptr<FloatingTimerPlace> m_place; // read on first open, kept for the session
+    // Plasma on Wayland: keeps the panel above and on every desktop.
+    std::unique_ptr<KWinWindowRule> m_kwinRule;
     QMetaObject::Connection m_storeSettings, m_storePhase, m_windowState, m_windowVisible;
     bool m_mainMinimised = false;
     bool m_composited = false;

@@ -175,11 +175,27 @@ void TrayIcon::triggerMenuEntry(int index) {
 }
 
 void TrayIcon::showPanel() {
-    m_anchor = QCursor::pos();
-    QScreen* screen = QGuiApplication::screenAt(m_anchor);
+    TrayClick click;
+    click.icon = m_tray->geometry();
+    // Under XWayland the pointer Qt reports is where it last crossed one of our X windows,
+    // not the click in the desktop's panel; on Wayland there is none.
+    const bool xWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if (x11::isX11() && !xWayland)
+        click.cursor = QCursor::pos();
+    QScreen* screen = click.cursor ? QGuiApplication::screenAt(*click.cursor) : nullptr;
+    if (!screen && click.icon.isValid())
+        screen = QGuiApplication::screenAt(click.icon.center());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
-    m_anchorArea = screen ? screen->availableGeometry() : QRect();
+    if (screen) {
+        click.screen = screen->geometry();
+        click.available = screen->availableGeometry();
+    }
+    // GNOME keeps its tray in the top bar, Plasma and most others at the bottom.
+    click.desktopTrayAtTop =
+        qEnvironmentVariable("XDG_CURRENT_DESKTOP").contains(QLatin1String("GNOME"));
+    m_anchor = trayAnchor(click);
+    m_anchorArea = click.available;
     // Asked at each opening: a compositor may have started or stopped since. Its change
     // resizes the panel (the margin comes or goes), which places it.
     const bool composited = x11::compositorRunning();
