@@ -81,7 +81,7 @@ Rectangle {
                         color: tile.tintColor
                     }
                 }
-                Text {
+                QuillText {
                     width: parent.width
                     text: tile.title
                     font.pixelSize: 12
@@ -89,7 +89,7 @@ Rectangle {
                     color: Theme.primaryText
                     elide: Text.ElideRight
                 }
-                Text {
+                QuillText {
                     objectName: tile.objectName + ".subtitle"
                     width: parent.width
                     text: tile.subtitle

@@ -141,7 +141,7 @@ Item {
             leftPadding: 10
             rightPadding: 10
             onTriggered: vm.requestDelete(cardMenu.row)
-            contentItem: Text {
+            contentItem: QuillText {
                 text: parent.text
                 font.pixelSize: 13
                 color: Theme.coral

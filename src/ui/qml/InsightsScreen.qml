@@ -53,7 +53,7 @@ Item {
                     color: Theme.palette.neutralFill(0.05)
                     border.width: 1
                     border.color: Theme.hairline
-                    Text {
+                    QuillText {
                         id: pillText
                         objectName: "insights.sample"
                         anchors.centerIn: parent

@@ -25,7 +25,7 @@ T.ComboBox {
         border.color: Theme.hairline
         FocusRing { control: box; baseRadius: 10 }
     }
-    contentItem: Text {
+    contentItem: QuillText {
         leftPadding: 10
         rightPadding: box.indicator.width + 6
         text: box.displayText
@@ -52,7 +52,7 @@ T.ComboBox {
         padding: 12
         spacing: 8
         Accessible.name: modelData
-        contentItem: Text {
+        contentItem: QuillText {
             text: option.modelData
             font.pixelSize: 13
             color: Theme.primaryText

@@ -14,10 +14,6 @@ QuillButtonBase {
     rightPadding: text === "" ? 0 : 16
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    // A screen reader's "press" is a click.
-    Accessible.onPressAction: control.clicked()
     opacity: enabled ? 1.0 : 0.45
 
     contentItem: Item {

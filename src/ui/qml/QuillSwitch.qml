@@ -13,6 +13,18 @@ T.Switch {
     spacing: 6
     padding: 0
     Accessible.name: text
+    // A screen reader's "press" or "toggle", and Return, flip it as a click does.
+    Accessible.onPressAction: flip()
+    Accessible.onToggleAction: flip()
+    Keys.onReturnPressed: flip()
+    Keys.onEnterPressed: flip()
+    function flip() {
+        if (!enabled)
+            return
+        toggle()
+        toggled()
+        clicked()
+    }
     // Controls start from the platform's font, not the app's.
     font.family: Qt.application.font.family
     font.pixelSize: 11
@@ -39,11 +51,11 @@ T.Switch {
             Behavior on x { NumberAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }
         }
     }
-    contentItem: Text {
+    contentItem: QuillText {
         rightPadding: control.indicator.width + control.spacing
         text: control.text
         font: control.font
-        color: Theme.secondaryText
+        color: Theme.primaryText
         verticalAlignment: Text.AlignVCenter
     }
 }

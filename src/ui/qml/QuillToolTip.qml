@@ -48,7 +48,7 @@ Loader {
         font.family: Qt.application.font.family
         font.pixelSize: 12
 
-        contentItem: Text {
+        contentItem: QuillText {
             text: tip.text
             font: tip.font
             color: Theme.primaryText

@@ -12,7 +12,7 @@ Column {
     signal chosen(int newValue)
     spacing: 8
 
-    Text {
+    QuillText {
         text: row.title
         font.pixelSize: 12
         font.weight: Font.DemiBold
@@ -21,7 +21,7 @@ Column {
     Item {
         width: parent.width
         height: 28
-        Text {
+        QuillText {
             id: lowLabel
             anchors.left: parent.left
             anchors.verticalCenter: parent.verticalCenter
@@ -62,7 +62,7 @@ Column {
                 }
             }
         }
-        Text {
+        QuillText {
             id: highLabel
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter

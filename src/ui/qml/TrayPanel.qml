@@ -49,7 +49,7 @@ Window {
                 size: 15
                 color: Theme.mint
             }
-            Text {
+            QuillText {
                 objectName: "tray.title"
                 anchors.verticalCenter: parent.verticalCenter
                 text: menu.title
@@ -63,7 +63,7 @@ Window {
             visible: menu.active
             width: parent.width
             spacing: 10
-            Text {
+            QuillText {
                 objectName: "tray.time"
                 text: menu.timeLine
                 font.pixelSize: 30
@@ -99,7 +99,7 @@ Window {
             visible: !menu.active
             width: parent.width
             spacing: 10
-            Text {
+            QuillText {
                 width: parent.width
                 text: "准备好时，开始一轮安静的专注。"
                 font.pixelSize: 11
@@ -132,7 +132,7 @@ Window {
                     size: 14
                     color: Theme.mint
                 }
-                Text {
+                QuillText {
                     objectName: "tray.ambientLabel"
                     anchors.verticalCenter: parent.verticalCenter
                     text: menu.ambientLabel
