@@ -56,6 +56,7 @@ T.Popup {
         FocusTrap {
             scope: sheetContent.parent
             active: sheet.shown
+            initialFocus: focusRating.chosenSegment
         }
 
         Column {
@@ -151,6 +152,7 @@ T.Popup {
             }
 
             RatingRow {
+                id: focusRating
                 objectName: "review.focus"
                 width: parent.width
                 title: "整体专注程度"

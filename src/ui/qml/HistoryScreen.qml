@@ -14,6 +14,7 @@ Item {
 
     ListView {
         id: list
+        KeepFocusInView { flickable: list }
         objectName: "history.list"
         anchors.fill: parent
         anchors.leftMargin: 30

@@ -14,6 +14,7 @@ Item {
 
     Flickable {
         id: flick
+        KeepFocusInView { flickable: flick }
         objectName: "insights.scroll"
         anchors.fill: parent
         contentWidth: width

@@ -10,6 +10,9 @@ Column {
     property string high
     property color tint: Theme.mint
     signal chosen(int newValue)
+    // The segment of the shown rating: where the keyboard starts, so a reflexive Space
+    // keeps what is shown.
+    readonly property Item chosenSegment: segments.count === 5 ? segments.itemAt(value - 1) : null
     spacing: 8
 
     QuillText {
@@ -38,6 +41,7 @@ Column {
             height: parent.height
             spacing: 6
             Repeater {
+                id: segments
                 model: 5
                 delegate: QuillButtonBase {
                     id: segment

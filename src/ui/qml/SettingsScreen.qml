@@ -20,6 +20,7 @@ Item {
 
     Flickable {
         id: flick
+        KeepFocusInView { flickable: flick }
         objectName: "settings.scroll"
         anchors.fill: parent
         contentWidth: width

@@ -62,6 +62,9 @@ Rectangle {
                     Accessible.role: Accessible.Button
                     Accessible.name: modelData.title
                     onClicked: sidebar.shell.selectSection(index)
+                    // The window opens with the keyboard on the first section, ring shown, so
+                    // the first key press lands somewhere the user can see.
+                    Component.onCompleted: if (index === 0) forceActiveFocus(Qt.TabFocusReason)
                     hoverEnabled: true
                     background: Rectangle {
                         radius: 13
