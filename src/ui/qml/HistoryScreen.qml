@@ -43,8 +43,13 @@ Item {
             }
         }
         function openCurrentMenu() {
-            if (currentItem)
-                currentItem.openMenu(24, currentItem.height / 2);
+            if (!currentItem)
+                return;
+            currentItem.openMenu(24, currentItem.height / 2);
+            // From the keyboard the first entry is current at once, so Return takes it, and
+            // closing gives the focus back to the row.
+            cardMenu.fromKeyboard = true;
+            cardMenu.currentIndex = 0;
         }
 
         header: Column {
@@ -135,6 +140,12 @@ Item {
         id: cardMenu
         objectName: "history.menu"
         property int row: -1
+        property bool fromKeyboard: false
+        onClosed: {
+            if (fromKeyboard && !vm.confirmingDelete)
+                list.forceActiveFocus(Qt.TabFocusReason);
+            fromKeyboard = false;
+        }
         MenuItem {
             objectName: "history.menu.delete"
             text: "删除这条记录"
