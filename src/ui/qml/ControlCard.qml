@@ -79,6 +79,8 @@ QuillCard {
                     symbol: card.controls.creatorToggleSymbol
                     Accessible.name: card.controls.creatorToggleHelp
                     toolTip: card.controls.creatorToggleHelp
+                    // The row it opens lies below; the tip must not cover its 添加.
+                    toolTipAbove: true
                     onClicked: {
                         card.controls.toggleTaskCreator()
                         // Opening the row puts the cursor in its field, ready to type.

@@ -8,6 +8,7 @@ QuillButtonBase {
     property color textColor: Theme.primaryText
     // Shown after the hover delay when set.
     property string toolTip: ""
+    property bool toolTipAbove: false
     implicitHeight: 42
     implicitWidth: Math.max(row.implicitWidth + leftPadding + rightPadding, implicitHeight)
     leftPadding: text === "" ? 0 : 16
@@ -42,7 +43,7 @@ QuillButtonBase {
     }
     scale: pressed ? 0.98 : 1.0
     Behavior on scale { NumberAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }
-    QuillToolTip { text: control.toolTip; shown: control.hovered }
+    QuillToolTip { text: control.toolTip; shown: control.hovered; above: control.toolTipAbove }
 
     background: Rectangle {
         radius: 13

@@ -38,6 +38,9 @@ T.Switch {
         width: 30
         height: 17
         radius: height / 2
+        // Off, the track is a faint fill; its outline keeps the control at 3:1 on any card.
+        border.width: control.checked ? 0 : 1
+        border.color: Theme.secondaryText
         color: control.checked ? (control.hovered ? Qt.lighter(Theme.mint, 1.06) : Theme.mint)
                                : Theme.palette.neutralFill(control.hovered ? 0.22 : 0.16)
         Behavior on color { ColorAnimation { duration: 120 * Theme.motion } }

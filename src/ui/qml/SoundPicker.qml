@@ -20,6 +20,7 @@ Row {
         model: picker.options
         currentIndex: picker.currentIndex
         Accessible.name: picker.accessibleName + "：" + displayText
+        optionSymbols: ({ "随机": "shuffle" })
         onActivated: (index) => picker.chosen(index)
     }
     QuillButtonBase {

@@ -99,6 +99,9 @@ QuillCard {
                             font.weight: Font.DemiBold
                             color: Theme.primaryText
                             elide: Text.ElideRight
+                            // A name cut short shows in full on hover.
+                            HoverHandler { id: nameHover; enabled: parent.truncated }
+                            QuillToolTip { text: parent.text; shown: nameHover.hovered }
                         }
                     }
                     Rectangle {
