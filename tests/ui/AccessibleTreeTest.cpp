@@ -103,16 +103,17 @@ void findUnreadTexts(QQuickItem* item, const AccessibleTree& tree, QStringList& 
 // accessible action, which must do what a click does, until no untried button is left.
 class Crawl {
 public:
-    explicit Crawl(UiHarness& ui) : m_ui(ui) {}
+    explicit Crawl(UiHarness& ui, QQuickWindow* window = nullptr)
+        : m_ui(ui), m_window(window ? window : ui.window()) {}
 
-    void run(const std::string& start, int maxPresses = 80) {
+    void run(int maxPresses = 80) {
         for (int step = 0; step < maxPresses; ++step) {
-            const AccessibleTree tree(m_ui.window());
-            checkState(tree, start);
+            const AccessibleTree tree(m_window);
+            checkState(tree);
             QAccessibleInterface* next = nextUntried(tree);
             if (!next)
                 return;
-            press(next, start);
+            press(next);
         }
     }
 
@@ -132,9 +133,9 @@ private:
             failures << message;
     }
 
-    void checkState(const AccessibleTree& tree, const std::string& start) {
+    void checkState(const AccessibleTree& tree) {
         QStringList unread;
-        findUnreadTexts(m_ui.window()->contentItem(), tree, unread);
+        findUnreadTexts(m_window->contentItem(), tree, unread);
         for (const QString& text : unread)
             fail(QStringLiteral("not in the tree: ") + text);
         static const QRegularExpression chinese(QStringLiteral("[\\x{4e00}-\\x{9fff}]"));
@@ -143,7 +144,6 @@ private:
             if (isControl(node->role()) && !chinese.match(node->text(QAccessible::Name)).hasMatch())
                 fail(QStringLiteral("a control without a name: ") + describe(item));
         }
-        (void)start;
     }
 
     QAccessibleInterface* nextUntried(const AccessibleTree& tree) {
@@ -161,7 +161,7 @@ private:
         return nullptr;
     }
 
-    void press(QAccessibleInterface* node, const std::string& start) {
+    void press(QAccessibleInterface* node) {
         const QString key = keyOf(node);
         m_tried.insert(key);
         QAccessibleActionInterface* actions = node->actionInterface();
@@ -175,12 +175,12 @@ private:
         actions->doAction(QAccessibleActionInterface::pressAction());
         if (clicked.isEmpty())
             fail(QStringLiteral("pressing does nothing: ") + key);
-        m_ui.settle();
+        m_ui.settle(m_window);
         m_ui.advance(1000);
-        (void)start;
     }
 
     UiHarness& m_ui;
+    QQuickWindow* m_window;
     QSet<QString> m_tried;
 };
 
@@ -226,12 +226,22 @@ TEST_F(AccessibleTreeTest, EveryScreenReadsAndPressesLikeItIsSeenAndClicked) {
             pressSection(ui, QString::fromLatin1(section));
         Crawl crawl(ui);
         crawl.skipped = {QStringLiteral("sidebar.section.")};
-        crawl.run(section);
+        crawl.run();
         for (const QString& f : std::as_const(crawl.failures))
             if (!failures.contains(f))
                 failures << f;
     }
     EXPECT_TRUE(failures.isEmpty()) << report(failures);
+}
+
+TEST_F(AccessibleTreeTest, TheTrayPanelReadsAndPressesLikeItIsSeenAndClicked) {
+    UiHarness ui(seedSessions(someHistory()));
+    QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+    ui.settle();
+    ASSERT_TRUE(ui.trayPanel() && ui.trayPanel()->isVisible());
+    Crawl crawl(ui, ui.trayPanel());
+    crawl.run();
+    EXPECT_TRUE(crawl.failures.isEmpty()) << report(crawl.failures);
 }
 
 } // namespace
