@@ -35,13 +35,13 @@ DialogPanel {
         Column {
             width: parent.width
             spacing: 5
-            Text {
+            QuillText {
                 text: "放弃这轮专注？"
                 font.pixelSize: 20
                 font.weight: Font.Bold
                 color: Theme.primaryText
             }
-            Text {
+            QuillText {
                 width: parent.width
                 text: "本轮时间和事件不会写入统计或历史记录。"
                 font.pixelSize: 11

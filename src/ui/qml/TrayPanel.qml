@@ -56,7 +56,7 @@ Window {
                 size: 15
                 color: Theme.mint
             }
-            Text {
+            QuillText {
                 objectName: "tray.title"
                 anchors.verticalCenter: parent.verticalCenter
                 text: menu.title
@@ -70,7 +70,7 @@ Window {
             visible: menu.active
             width: parent.width
             spacing: 10
-            Text {
+            QuillText {
                 objectName: "tray.time"
                 text: menu.timeLine
                 font.pixelSize: 30
@@ -127,7 +127,7 @@ Window {
             visible: !menu.active && !menu.reviewPending
             width: parent.width
             spacing: 10
-            Text {
+            QuillText {
                 width: parent.width
                 text: "准备好时，开始一轮安静的专注。"
                 font.pixelSize: 11
@@ -160,7 +160,7 @@ Window {
                     size: 14
                     color: Theme.mint
                 }
-                Text {
+                QuillText {
                     objectName: "tray.ambientLabel"
                     anchors.verticalCenter: parent.verticalCenter
                     text: menu.ambientLabel
