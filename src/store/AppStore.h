@@ -9,6 +9,7 @@
 #include "store/LocalTimeCache.h"
 #include "store/RoundClock.h"
 #include "store/Services.h"
+#include "store/StepTimer.h"
 
 #include <QList>
 #include <QObject>
@@ -251,7 +252,7 @@ private:
     std::optional<AmbientLevels> m_lastLevels;
     QDate m_lastStepDay;
     mutable LocalTimeCache m_localTime;
-    std::unique_ptr<Scheduler::Handle> m_timer;
+    StepTimer m_stepTimer;
     std::unique_ptr<Scheduler::Handle> m_saveDebounce;
     std::vector<std::unique_ptr<Scheduler::Handle>> m_toastChecks;
     /// Lets music completions notice that the store is gone.
