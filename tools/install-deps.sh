@@ -24,6 +24,7 @@ packages=(
   # The compositor test runs the app under KWin, natively on Wayland and through XWayland;
   # the private headers let the window tests change a window's exposure as a compositor does.
   kwin-wayland xwayland qt6-wayland qt6-base-private-dev
+  libwayland-dev wayland-protocols # the compositor test asks KWin for a token, as a launcher does
 )
 
 missing=()
