@@ -128,6 +128,14 @@ private:
                (item ? describe(item) : QString());
     }
 
+    // A button is tried again when its name says it does something else now (开始 → 暂停),
+    // not when only a count in it moved.
+    static QString triedKey(QAccessibleInterface* node) {
+        static const QRegularExpression digits(QStringLiteral("\\d+"));
+        return QString(node->text(QAccessible::Name)).remove(digits) + QLatin1Char('@') +
+               QString::number(quintptr(node->object()));
+    }
+
     void fail(const QString& message) {
         if (!failures.contains(message))
             failures << message;
@@ -151,8 +159,7 @@ private:
             auto* item = qobject_cast<QQuickItem*>(node->object());
             if (!item || !item->inherits("QQuickAbstractButton") || !item->isEnabled())
                 continue;
-            const QString key = keyOf(node);
-            bool skip = m_tried.contains(key);
+            bool skip = m_tried.contains(triedKey(node));
             for (const QString& prefix : skipped)
                 skip = skip || item->objectName().startsWith(prefix);
             if (!skip)
@@ -163,7 +170,7 @@ private:
 
     void press(QAccessibleInterface* node) {
         const QString key = keyOf(node);
-        m_tried.insert(key);
+        m_tried.insert(triedKey(node));
         QAccessibleActionInterface* actions = node->actionInterface();
         if (!actions ||
             !actions->actionNames().contains(QAccessibleActionInterface::pressAction())) {
@@ -220,17 +227,31 @@ protected:
 
 TEST_F(AccessibleTreeTest, EveryScreenReadsAndPressesLikeItIsSeenAndClicked) {
     QStringList failures;
-    for (const char* section : {"focus", "insights", "history", "settings"}) {
+    // Each start is crawled in a window of its own: a press that starts a round locks what
+    // the idle screen offers, so the idle screen is also crawled without its start button.
+    const auto crawlFrom = [&](const std::function<void(UiHarness&)>& start,
+                               QSet<QString> skipped) {
         UiHarness ui(seedSessions(someHistory()));
-        if (QLatin1String(section) != QLatin1String("focus"))
-            pressSection(ui, QString::fromLatin1(section));
+        start(ui);
         Crawl crawl(ui);
-        crawl.skipped = {QStringLiteral("sidebar.section.")};
+        crawl.skipped = skipped << QStringLiteral("sidebar.section.");
         crawl.run();
         for (const QString& f : std::as_const(crawl.failures))
             if (!failures.contains(f))
                 failures << f;
-    }
+    };
+    for (const char* section : {"insights", "history", "settings"})
+        crawlFrom([&](UiHarness& ui) { pressSection(ui, QString::fromLatin1(section)); }, {});
+    crawlFrom([](UiHarness&) {}, {});
+    crawlFrom([](UiHarness&) {}, {QStringLiteral("focus.primary")});
+    crawlFrom(
+        [](UiHarness& ui) {
+            ui.store().startSession();
+            ui.advance(120'000);
+            ui.store().endSessionForReview();
+            ui.settle();
+        },
+        {});
     EXPECT_TRUE(failures.isEmpty()) << report(failures);
 }
 

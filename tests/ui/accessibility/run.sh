@@ -19,9 +19,11 @@ trap cleanup EXIT
 # A display of its own: Xvfb picks a free number and reports it. Other tests start X
 # servers the same way at the same moment, and once the reported display did not take a
 # connection, so a server is only used after a client got through, else it is replaced.
+# -noreset: the probe is the server's only client, and the reset after it leaves refused the
+# next client now and then.
 start_display() {
   : >"$work/display"
-  Xvfb -displayfd 3 -screen 0 1400x900x24 -nolisten tcp 3>"$work/display" >>"$work/xvfb.log" 2>&1 &
+  Xvfb -displayfd 3 -screen 0 1400x900x24 -nolisten tcp -noreset 3>"$work/display" >>"$work/xvfb.log" 2>&1 &
   xvfb_pid=$!
   pids+=("$xvfb_pid")
   for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done

@@ -154,6 +154,9 @@ QuillCard {
                         hoverEnabled: true
                         Accessible.role: Accessible.Button
                         Accessible.name: modelData + " 分钟"
+                        // One of a set: the chosen length is read as checked.
+                        Accessible.checkable: true
+                        Accessible.checked: chosen
                         onClicked: card.controls.chooseDuration(modelData)
                         background: Rectangle {
                             radius: 10
@@ -271,6 +274,8 @@ QuillCard {
                         hoverEnabled: true
                         Accessible.role: Accessible.Button
                         Accessible.name: "精力 " + value
+                        Accessible.checkable: true
+                        Accessible.checked: value === card.controls.energyLevel
                         onClicked: card.controls.setEnergy(value)
                         background: Rectangle {
                             radius: 15

@@ -52,6 +52,9 @@ Column {
                     height: parent.height
                     Accessible.role: Accessible.Button
                     Accessible.name: row.title + " " + level
+                    // The segment of the given rating is read as checked.
+                    Accessible.checkable: true
+                    Accessible.checked: level === row.value
                     onClicked: row.chosen(level)
                     hoverEnabled: true
                     background: Rectangle {
