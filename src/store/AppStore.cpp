@@ -108,6 +108,10 @@ bool AppStore::isSessionActive() const {
            m_phase == SessionPhase::microBreak;
 }
 
+bool AppStore::isReviewPending() const {
+    return m_phase == SessionPhase::completed && m_draft.has_value();
+}
+
 void AppStore::setPhase(SessionPhase phase) {
     m_phase = phase;
     m_stepTimer.setResting(!isSessionActive());
@@ -275,7 +279,8 @@ void AppStore::tick() {
 }
 
 void AppStore::startSession(std::optional<qint64> minutesArgument) {
-    if (isSessionActive())
+    // A finished round waiting for its review is never thrown away by a new start.
+    if (isSessionActive() || isReviewPending())
         return;
     normalizeSettings();
 

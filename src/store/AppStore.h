@@ -91,6 +91,8 @@ public:
     const QList<StudySession>& sessions() const { return m_sessions; }
     SessionPhase phase() const { return m_phase; }
     bool isSessionActive() const;
+    /// A finished round waits for its review (no new round starts meanwhile).
+    bool isReviewPending() const;
     qint64 remainingSeconds() const { return m_remainingSeconds; }
     qint64 breakRemainingSeconds() const { return m_breakRemainingSeconds; }
     qint64 focusedElapsedSeconds() const { return m_focusedElapsedSeconds; }

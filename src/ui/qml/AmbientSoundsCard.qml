@@ -65,13 +65,13 @@ QuillCard {
                     anchors.rightMargin: 10
                     anchors.verticalCenter: parent.verticalCenter
                     spacing: 4
-                    Text {
+                    QuillText {
                         text: "环境音"
                         font.pixelSize: 15
                         font.weight: Font.Bold
                         color: Theme.primaryText
                     }
-                    Text {
+                    QuillText {
                         id: ambientStatus
                         objectName: "ambient.status"
                         width: parent.width
