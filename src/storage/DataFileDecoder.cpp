@@ -237,7 +237,7 @@ AppSettings readSettings(JsonReader& r) {
                 QByteArrayView name;
                 r.beginObject(vc);
                 while (r.nextMember(vc, name)) {
-                    const QString sound = QString::fromUtf8(name);
+                    const QString sound = JsonReader::decodeUtf8(name);
                     volumes[sound] = r.readDouble();
                 }
                 return volumes;
