@@ -4,6 +4,7 @@
 #include "ui/shell/AppIdentity.h"
 #include "ui/shell/DesktopNotifier.h"
 #include "ui/shell/DesktopServices.h"
+#include "ui/shell/GracefulExit.h"
 #include "ui/shell/RoundEndNotice.h"
 #include "ui/shell/SingleInstance.h"
 #include "ui/shell/UiRuntime.h"
@@ -43,8 +44,13 @@ int main(int argc, char** argv) {
         return 1;
     QObject::connect(&instance, &quill::SingleInstance::activationRequested, &runtime,
                      &quill::UiRuntime::bringToFront);
+    // Logout, shutdown, Ctrl+C or a lost display end the app as quitting does, nothing lost.
+    quill::GracefulExit gracefulExit(runtime.store());
+    QObject::connect(&gracefulExit, &quill::GracefulExit::terminationRequested, &app,
+                     &QCoreApplication::quit);
 
     quill::DesktopNotifier notifier(QDBusConnection::sessionBus());
     quill::RoundEndNotice roundEndNotice(runtime.store(), runtime.mainWindow(), &notifier);
+    qCDebug(quill::lcUi) << "Main window shown";
     return QApplication::exec();
 }
