@@ -6,6 +6,7 @@
 #include "ui/shell/DesktopServices.h"
 #include "ui/shell/GracefulExit.h"
 #include "ui/shell/RoundEndNotice.h"
+#include "ui/shell/SessionBusProbe.h"
 #include "ui/shell/SingleInstance.h"
 #include "ui/shell/UiRuntime.h"
 
@@ -13,7 +14,24 @@
 #include <QDBusConnection>
 #include <QSystemTrayIcon>
 
+namespace {
+/// A session bus that takes connections but never answers would hold the tray check, the
+/// accessibility bridge and every other D-Bus call on the UI thread: the window would never
+/// appear. Such a bus is left alone for this run, as if there were none.
+void avoidAWedgedSessionBus() {
+    QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    if (address.isEmpty() && !qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        address = "unix:path=" + qgetenv("XDG_RUNTIME_DIR") + "/bus";
+    using namespace std::chrono_literals;
+    if (address.isEmpty() || quill::sessionBusAnswers(address, 2s))
+        return;
+    qCWarning(quill::lcUi) << "The session bus does not answer; running without it";
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null/no-session-bus");
+}
+} // namespace
+
 int main(int argc, char** argv) {
+    avoidAWedgedSessionBus();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quillmere"));
     QApplication::setOrganizationName(QStringLiteral("Quillmere"));

@@ -1,5 +1,5 @@
-// The real app as a process: what the session does to it from outside (a termination
-// signal) ends the way the user would expect.
+// The real app as a process: what the session does to it from outside (its bus wedged, a
+// termination signal) ends the way the user would expect.
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QProcess>
@@ -52,6 +52,21 @@ protected:
     QProcess app;
     QString output;
 };
+
+TEST_F(AppProcess, AWedgedSessionBusDoesNotKeepTheWindowAway) {
+    // Takes connections (the kernel completes them) and never says a word.
+    const QByteArray path = QFile::encodeName(home.filePath(QStringLiteral("bus")));
+    const int wedged = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un where{};
+    where.sun_family = AF_UNIX;
+    std::strncpy(where.sun_path, path.constData(), sizeof where.sun_path - 1);
+    ASSERT_EQ(::bind(wedged, reinterpret_cast<sockaddr*>(&where), sizeof where), 0);
+    ASSERT_EQ(::listen(wedged, 64), 0);
+    start("unix:path=" + path);
+    EXPECT_TRUE(logShows(QStringLiteral("Main window shown"))) << output.toStdString();
+    EXPECT_TRUE(output.contains(QStringLiteral("The session bus does not answer")));
+    ::close(wedged);
+}
 
 TEST_F(AppProcess, EachTerminationSignalEndsTheAppLikeQuitting) {
     for (int number : {SIGTERM, SIGINT, SIGHUP}) {
