@@ -5,6 +5,7 @@
 #include "ui/shell/DesktopNotifier.h"
 #include "ui/shell/DesktopServices.h"
 #include "ui/shell/GracefulExit.h"
+#include "ui/shell/PlatformChoice.h"
 #include "ui/shell/RoundEndNotice.h"
 #include "ui/shell/SessionBusProbe.h"
 #include "ui/shell/SingleInstance.h"
@@ -32,6 +33,7 @@ void avoidAWedgedSessionBus() {
 
 int main(int argc, char** argv) {
     avoidAWedgedSessionBus();
+    quill::choosePlatformForDesktop();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quillmere"));
     QApplication::setOrganizationName(QStringLiteral("Quillmere"));

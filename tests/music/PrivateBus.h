@@ -7,9 +7,9 @@
 namespace quill::test {
 
 /// A session bus of the test's own: a dbus-daemon started for it and killed with it, so
-/// the tests need no desktop session and see no player of the machine's. Its configuration
-/// is its own and names no service folder, so nothing installed on the machine (a desktop's
-/// notification server, a player) is ever started on demand.
+/// the tests need no desktop session and see no player of the machine's. It lists no
+/// service folders, so nothing installed on the machine (a notification server of Plasma
+/// or GNOME, a player) is started on demand.
 class PrivateBus {
 public:
     PrivateBus();
@@ -22,7 +22,7 @@ public:
     QString error() const { return m_error; }
 
 private:
-    QTemporaryDir m_folder;
+    QTemporaryDir m_dir;
     QProcess m_daemon;
     QString m_address;
     QString m_error;

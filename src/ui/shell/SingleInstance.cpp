@@ -11,14 +11,25 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+
 namespace quill {
 
 namespace {
 constexpr int kConnectTimeoutMs = 500;
 constexpr int kMaxSocketPath = 100; // sun_path holds 108 bytes on Linux, 104 on macOS
-const QByteArray kActivate = QByteArrayLiteral("activate\n");
-/// Requests are one short line; a peer that sends more is cut off, never buffered.
-constexpr qint64 kMaxRequest = 64;
+constexpr int kMaxTokenBytes = 512;
+const QByteArray kActivate = QByteArrayLiteral("activate");
+/// A request is one line with at most a token; a peer that sends more is cut off, never
+/// buffered.
+constexpr qint64 kMaxRequest = 1024;
+
+// Launchers make tokens of printable ASCII; anything else is not passed on to the window system.
+bool wellFormedToken(const QByteArray& token) {
+    if (token.isEmpty() || token.size() > kMaxTokenBytes)
+        return false;
+    return std::all_of(token.begin(), token.end(), [](char c) { return c > ' ' && c < 127; });
+}
 
 /// The other end runs as this user. Anyone else (a socket planted by another user) is
 /// neither asked nor listened to.
@@ -99,10 +110,31 @@ bool SingleInstance::notifyRunning() {
         socket.abort();
         return false;
     }
-    socket.write(kActivate);
+    const QString token = takeLaunchToken();
+    socket.write(kActivate + (token.isEmpty() ? QByteArray() : ' ' + token.toLatin1()) + '\n');
     socket.waitForBytesWritten(kConnectTimeoutMs);
     socket.disconnectFromServer();
     return true;
+}
+
+QString SingleInstance::takeLaunchToken() {
+    for (const char* name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
+        const QByteArray token = qgetenv(name);
+        qunsetenv(name);
+        if (wellFormedToken(token))
+            return QString::fromLatin1(token);
+    }
+    return {};
+}
+
+std::optional<QString> SingleInstance::parseRequest(const QByteArray& line) {
+    const QByteArray request = line.trimmed();
+    if (request == kActivate)
+        return QString();
+    if (!request.startsWith(kActivate + ' '))
+        return std::nullopt;
+    const QByteArray token = request.mid(kActivate.size() + 1);
+    return wellFormedToken(token) ? QString::fromLatin1(token) : QString();
 }
 
 void SingleInstance::onNewConnection() {
@@ -116,8 +148,8 @@ void SingleInstance::onNewConnection() {
         socket->setReadBufferSize(kMaxRequest);
         auto readRequests = [this, socket] {
             while (socket->canReadLine()) {
-                if (socket->readLine(kMaxRequest) == kActivate)
-                    Q_EMIT activationRequested();
+                if (const auto token = parseRequest(socket->readLine(kMaxRequest)))
+                    Q_EMIT activationRequested(*token);
             }
             if (socket->bytesAvailable() >= kMaxRequest)
                 socket->abort(); // a full buffer and still no line: not one of ours

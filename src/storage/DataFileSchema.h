@@ -1,0 +1,20 @@
+#pragma once
+
+#include "model/AppSettings.h"
+#include "model/StudySession.h"
+
+namespace quill {
+class JsonReader;
+class JsonWriter;
+} // namespace quill
+
+namespace quill::DataFileSchema {
+
+/// Each record's fields, written in sorted key order and read back strictly: a missing
+/// required key, a wrong type or an unknown raw value throws JsonReader::Malformed.
+void write(JsonWriter& w, const StudySession& session);
+void write(JsonWriter& w, const AppSettings& settings);
+StudySession readSession(JsonReader& r);
+AppSettings readSettings(JsonReader& r);
+
+} // namespace quill::DataFileSchema
