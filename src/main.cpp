@@ -6,6 +6,7 @@
 #include "ui/shell/DesktopServices.h"
 #include "ui/shell/GracefulExit.h"
 #include "ui/shell/PlatformChoice.h"
+#include "ui/shell/QtTranslations.h"
 #include "ui/shell/RoundEndNotice.h"
 #include "ui/shell/SessionBusProbe.h"
 #include "ui/shell/SingleInstance.h"
@@ -48,6 +49,7 @@ int main(int argc, char** argv) {
     if (!instance.claim())
         return 0;
 
+    quill::installQtTranslations();
     // Fonts first: the icon is drawn with the icon font.
     quill::UiRuntime::prepareApplication();
     quill::addInstalledIconPath(QApplication::applicationDirPath());

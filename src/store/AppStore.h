@@ -9,6 +9,7 @@
 #include "store/LocalTimeCache.h"
 #include "store/RoundClock.h"
 #include "store/Services.h"
+#include "store/StepTimer.h"
 
 #include <QList>
 #include <QObject>
@@ -92,6 +93,8 @@ public:
     const QList<StudySession>& sessions() const { return m_sessions; }
     SessionPhase phase() const { return m_phase; }
     bool isSessionActive() const;
+    /// A finished round waits for its review (no new round starts meanwhile).
+    bool isReviewPending() const;
     qint64 remainingSeconds() const { return m_remainingSeconds; }
     qint64 breakRemainingSeconds() const { return m_breakRemainingSeconds; }
     qint64 focusedElapsedSeconds() const { return m_focusedElapsedSeconds; }
@@ -274,7 +277,7 @@ private:
     std::optional<AmbientLevels> m_lastLevels;
     QDate m_lastStepDay;
     mutable LocalTimeCache m_localTime;
-    std::unique_ptr<Scheduler::Handle> m_timer;
+    StepTimer m_stepTimer;
     std::unique_ptr<Scheduler::Handle> m_saveDebounce;
     std::vector<std::unique_ptr<Scheduler::Handle>> m_toastChecks;
     /// Lets music completions notice that the store is gone.

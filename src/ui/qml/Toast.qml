@@ -41,7 +41,7 @@ Rectangle {
             color: toast.shell.toastWarning ? Theme.amber : Theme.mint
             anchors.verticalCenter: parent.verticalCenter
         }
-        Text {
+        QuillText {
             objectName: "toast.text"
             text: toast.shell.toastText
             font.pixelSize: 13
