@@ -111,6 +111,13 @@ public:
 class StandardDataLocation final : public DataLocation {
 public:
     QString directory() const override { return defaultDataDirectory(); }
+    QString rescueDirectory() const override {
+        // Qt 6.4 has no state location; the base directory spec's default stands in.
+        QString base = qEnvironmentVariable("XDG_STATE_HOME");
+        if (!QDir::isAbsolutePath(base))
+            base = QDir::homePath() + QStringLiteral("/.local/state");
+        return QDir(base).filePath(QStringLiteral("Quillmere"));
+    }
 };
 
 class DialogFileChooser final : public FileChooser {

@@ -48,6 +48,7 @@ TEST_F(EndingTest, RunningOutShowsTheReviewAndSavingStoresTheSessionAtOnce) {
     EXPECT_EQ(saved.mindWanderCount(), 1);
     EXPECT_EQ(store->phase(), SessionPhase::idle);
     EXPECT_FALSE(store->showCompletionSheet());
+    advanceMs(0); // the write's outcome arrives
     EXPECT_EQ(store->toastMessageText(), QStringLiteral("这一轮已存入你的专注档案。"));
 
     // Written at once, not debounced: the file already holds the session.

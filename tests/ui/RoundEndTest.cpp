@@ -53,7 +53,9 @@ TEST_F(RoundEndTest, EndReviewSaveStoresOneSessionAndSaysSo) {
     EXPECT_EQ(saved.focusedSeconds, 330);
     EXPECT_FALSE(saved.completed);
     EXPECT_FALSE(ui.isShown("review.save"));
+    ui.advance(0); // confirmed once the write is done
     EXPECT_EQ(ui.text("toast.text"), "这一轮已存入你的专注档案。");
+    EXPECT_EQ(ui.item("toast.symbol")->property("name").toString(), "checkmark.circle.fill");
     EXPECT_EQ(ui.text("sidebar.todaySessions"), "1");
     EXPECT_EQ(ui.text("sidebar.todayMinutes"), "6"); // 330 s rounds to 6 minutes
     EXPECT_EQ(Persistence::load(ui.fakes.data->directory()).data.sessions.size(), 1);

@@ -1,7 +1,9 @@
 #include "ui/viewmodels/ShellViewModel.h"
 #include "ViewModelFixture.h"
 
+#include <QFile>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QVariantMap>
 
 using namespace quill;
@@ -31,6 +33,39 @@ TEST_F(ShellViewModelTest, SectionsAreTheFourInOrderWithTheirSymbols) {
     vm.selectSection(9);
     vm.selectSection(-1);
     EXPECT_EQ(vm.selectedIndex(), 2);
+}
+
+TEST_F(ShellViewModelTest, AfterAFailedSaveTheToastWarnsAndQuittingTriesAgainThenAsks) {
+    EXPECT_FALSE(vm.holdQuit()) << "nothing failed: quit at once";
+    // The disk refuses every write: a plain file where the data folder should be.
+    QTemporaryDir root;
+    const QString blocked = root.filePath(QStringLiteral("blocked"));
+    QFile blocker(blocked);
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    fakes.data->setDirectory(blocked + QStringLiteral("/Quillmere"));
+    store->toggleAppearance();
+    advance(300);
+    EXPECT_EQ(vm.toastText(), "无法保存专注记录：Not a directory");
+    EXPECT_TRUE(vm.toastWarning()) << "a warning, not the check mark";
+
+    EXPECT_TRUE(vm.holdQuit());
+    EXPECT_TRUE(vm.quitWarningVisible());
+    const QString copy = fakes.data->rescueDirectory() + QStringLiteral("/focus-data.json");
+    EXPECT_EQ(vm.quitWarningText(),
+              "无法保存专注记录：Not a directory。现在退出，上次成功保存之后的记录都会丢失。"
+              "已另存一份副本：" +
+                  copy);
+    EXPECT_TRUE(QFile::exists(copy));
+    vm.keepRunning();
+    EXPECT_FALSE(vm.quitWarningVisible());
+
+    QFile::remove(blocked);
+    EXPECT_FALSE(vm.holdQuit()) << "the try before quitting succeeded";
+    store->toggleAppearance();
+    advance(3300); // the failure toast has gone; an ordinary one shows the check mark
+    store->toast(QStringLiteral("好"));
+    EXPECT_FALSE(vm.toastWarning());
 }
 
 TEST_F(ShellViewModelTest, TheAppearanceButtonOffersTheOtherAppearance) {

@@ -1,5 +1,7 @@
 #include "ShellViewModel.h"
 
+#include <QDir>
+#include <QGuiApplication>
 #include <QVariantMap>
 
 namespace quill {
@@ -92,8 +94,10 @@ void ShellViewModel::refreshToast() {
     const QString message = store() ? store()->toastMessageText() : QString();
     bool changed = assign(m_toastVisible, !message.isEmpty());
     // The text stays while the toast leaves, so it does not go blank mid-fade.
-    if (!message.isEmpty())
+    if (!message.isEmpty()) {
         changed |= assign(m_toastText, message);
+        changed |= assign(m_toastWarning, store()->toastIsWarning());
+    }
     if (changed)
         Q_EMIT toastChanged();
 }
@@ -141,7 +145,8 @@ ShellViewModel::CloseAction ShellViewModel::closeAction(bool trayHost) const {
 
 void ShellViewModel::requestQuit() {
     if (!roundUnderWay()) {
-        Q_EMIT quitApproved();
+        if (!holdQuit())
+            Q_EMIT quitApproved();
         return;
     }
     if (assign(m_quitConfirmVisible, true))
@@ -154,7 +159,8 @@ void ShellViewModel::confirmQuit() {
         Q_EMIT overlaysChanged();
     if (store())
         store()->abandonSession();
-    Q_EMIT quitApproved();
+    if (!holdQuit())
+        Q_EMIT quitApproved();
 }
 
 void ShellViewModel::cancelQuit() {
@@ -187,6 +193,39 @@ void ShellViewModel::abandonRound() {
         return;
     store()->setShowSessionEndDialog(false);
     store()->abandonSession();
+}
+
+bool ShellViewModel::closingQuits() {
+    return QGuiApplication::quitOnLastWindowClosed();
+}
+
+bool ShellViewModel::holdQuit() {
+    if (m_quitConfirmed || !store() || !store()->lastSaveFailed())
+        return false;
+    const AppStore::FinalSave last = store()->saveBeforeQuit();
+    if (last.saved)
+        return false;
+    QString text = QStringLiteral("无法保存专注记录：") + last.error +
+                   QStringLiteral("。现在退出，上次成功保存之后的记录都会丢失。");
+    if (!last.copyPath.isEmpty())
+        text += QStringLiteral("已另存一份副本：") + QDir::toNativeSeparators(last.copyPath);
+    m_quitWarningText = text;
+    m_quitWarningVisible = true;
+    Q_EMIT quitWarningChanged();
+    Q_EMIT windowWanted(); // the question is asked in the main window
+    return true;
+}
+
+void ShellViewModel::quitAnyway() {
+    m_quitConfirmed = true;
+    m_quitWarningVisible = false;
+    Q_EMIT quitWarningChanged();
+    Q_EMIT quitApproved();
+}
+
+void ShellViewModel::keepRunning() {
+    m_quitWarningVisible = false;
+    Q_EMIT quitWarningChanged();
 }
 
 } // namespace quill

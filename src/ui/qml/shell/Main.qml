@@ -19,6 +19,12 @@ Window {
     color: Theme.background
 
     ShellViewModel { id: shell; store: root.store }
+    // Closing the window quits the app unless a tray keeps it: a last failed save is tried
+    // again first, and if it still fails the user decides.
+    onClosing: (close) => {
+        if (shell.closingQuits && shell.holdQuit())
+            close.accepted = false
+    }
     // Loaded screens have a `shell` property of their own, so they reach this one by another name.
     property alias shellModel: shell
     SettingsBridge { id: settingsBridge; store: root.store }
@@ -126,6 +132,23 @@ Window {
             store: root.store
             shown: false
             Component.onCompleted: shown = Qt.binding(() => shell.reviewVisible)
+        }
+    }
+
+    Loader {
+        anchors.fill: parent
+        z: 70
+        active: shell.quitWarningVisible || status !== Loader.Null
+        sourceComponent: ConfirmAlert {
+            objectName: "quitWarning"
+            shown: shell.quitWarningVisible
+            symbol: "exclamationmark.triangle.fill"
+            title: "专注记录还没有保存"
+            message: shell.quitWarningText
+            confirmText: "仍然退出"
+            cancelText: "返回"
+            onConfirmed: shell.quitAnyway()
+            onCancelled: shell.keepRunning()
         }
     }
 

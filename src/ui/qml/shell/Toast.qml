@@ -35,9 +35,10 @@ Rectangle {
         anchors.centerIn: parent
         spacing: 9
         SymbolIcon {
-            name: "checkmark.circle.fill"
+            objectName: "toast.symbol"
+            name: toast.shell.toastWarning ? "exclamationmark.triangle.fill" : "checkmark.circle.fill"
             size: 14
-            color: Theme.mint
+            color: toast.shell.toastWarning ? Theme.amber : Theme.mint
             anchors.verticalCenter: parent.verticalCenter
         }
         QuillText {
