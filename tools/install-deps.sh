@@ -11,6 +11,7 @@ packages=(
   qml6-module-qtquick-window qml6-module-qtquick-templates qml6-module-qtquick-dialogs
   qml6-module-qtqml-workerscript qml6-module-qtcharts qml6-module-qtquick-shapes
   qt6-qpa-plugins libqt6svg6
+  qt6-translations-l10n # Qt's own dialogs in Chinese
   libsdl2-dev libsndfile1-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   pulseaudio pulseaudio-utils dbus dbus-x11 xvfb xauth
@@ -23,6 +24,7 @@ packages=(
   # The compositor test runs the app under KWin, natively on Wayland and through XWayland;
   # the private headers let the window tests change a window's exposure as a compositor does.
   kwin-wayland xwayland qt6-wayland qt6-base-private-dev
+  libwayland-dev wayland-protocols # the compositor test asks KWin for a token, as a launcher does
 )
 
 missing=()

@@ -9,6 +9,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+#include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
 #include <private/qwindow_p.h>
@@ -87,8 +88,15 @@ TEST_F(RoundEndNoticeTest, MinimisedWindowIsToldOnceAndTheClickBringsItBackToThe
     ASSERT_TRUE(roundTrip());
     EXPECT_TRUE(window.windowStates() & Qt::WindowMinimized) << "another app's notification";
 
+    // The server hands over a token for raising the window, then reports the click.
+    QSignalSpy clicked(notifier.get(), &DesktopNotifier::activated);
+    QDBusMessage token =
+        QDBusMessage::createSignal(kPath, kInterface, QStringLiteral("ActivationToken"));
+    token << uint(101) << QStringLiteral("kwin-12");
+    server.send(token);
     clickNotification(101);
     ASSERT_TRUE(waitUntil([&] { return !(window.windowStates() & Qt::WindowMinimized); }));
+    EXPECT_EQ(clicked.value(0).value(0).toString(), QStringLiteral("kwin-12"));
     EXPECT_TRUE(window.isVisible());
     EXPECT_TRUE(store->showCompletionSheet()) << "the review is still waiting";
 

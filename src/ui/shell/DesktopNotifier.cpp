@@ -26,6 +26,10 @@ DesktopNotifier::DesktopNotifier(QDBusConnection bus, QObject* parent)
                   SLOT(onActionInvoked(uint, QString)));
     m_bus.connect(QString(), kPath, kInterface, QStringLiteral("NotificationClosed"), this,
                   SLOT(onClosed(uint, uint)));
+    // Servers of notification spec 1.2 send the token to raise a window with just before
+    // the action.
+    m_bus.connect(QString(), kPath, kInterface, QStringLiteral("ActivationToken"), this,
+                  SLOT(onActivationToken(uint, QString)));
 }
 
 void DesktopNotifier::show(const QString& summary, const QString& body,
@@ -73,7 +77,12 @@ void DesktopNotifier::close() {
 
 void DesktopNotifier::onActionInvoked(uint id, const QString& action) {
     if (id != 0 && id == m_id && action == kDefaultAction)
-        Q_EMIT activated();
+        Q_EMIT activated(m_token);
+    m_token.clear();
+}
+
+void DesktopNotifier::onActivationToken(uint id, const QString& token) {
+    m_token = id != 0 && id == m_id ? token : QString();
 }
 
 void DesktopNotifier::onClosed(uint id, uint) {

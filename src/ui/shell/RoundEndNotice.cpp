@@ -12,7 +12,8 @@ RoundEndNotice::RoundEndNotice(AppStore* store, QWindow* mainWindow, DesktopNoti
     : QObject(parent), m_store(store), m_window(mainWindow), m_notifier(notifier),
       m_minimised(MinimisedWatch::of(mainWindow, store->scheduler())) {
     connect(m_store, &AppStore::showCompletionSheetChanged, this, &RoundEndNotice::onReviewChanged);
-    connect(m_notifier, &DesktopNotifier::activated, this, [this] { restoreWindow(m_window); });
+    connect(m_notifier, &DesktopNotifier::activated, this,
+            [this](const QString& token) { restoreWindow(m_window, token); });
 }
 
 bool RoundEndNotice::windowOutOfSight() const {

@@ -1,7 +1,5 @@
 #include "FocusGuardViewModel.h"
 
-#include "SettingsEdit.h"
-
 namespace quill {
 
 FocusGuardViewModel::FocusGuardViewModel(QObject* parent) : StoreViewModel(parent) {}
@@ -22,8 +20,7 @@ bool FocusGuardViewModel::holdNotifications() const {
 
 void FocusGuardViewModel::setHoldNotifications(bool on) {
     if (holdAvailable())
-        editRepairedSettings(store(),
-                             [on](AppSettings& s) { s.pauseNotificationsWhileFocusing = on; });
+        editSettings([on](AppSettings& s) { s.pauseNotificationsWhileFocusing = on; });
     else
         Q_EMIT changed(); // the switch shows off again
 }
@@ -38,7 +35,7 @@ bool FocusGuardViewModel::pauseOnLock() const {
 }
 
 void FocusGuardViewModel::setPauseOnLock(bool on) {
-    editRepairedSettings(store(), [on](AppSettings& s) { s.pauseRoundOnScreenLock = on; });
+    editSettings([on](AppSettings& s) { s.pauseRoundOnScreenLock = on; });
 }
 
 } // namespace quill
