@@ -1,16 +1,20 @@
 #!/usr/bin/env bash
-# Start-up time, memory and CPU of Quillmere at rest and in a round, under Xvfb.
+# Start-up time, memory and CPU of Quillmere at rest and in a round, under Xvfb and openbox
+# (WM=none leaves the window manager out).
 #   bench/ui/measure.sh <build dir> [seconds] [settle seconds]
-# For the real quillmere binary, once with no sound server and once with a private PulseAudio
-# daemon (one null sink, as the audio tests use), in one process each:
+# For the real quillmere binary, once with no sound server, then with a private PulseAudio
+# daemon (one null sink, as the audio tests use) once with rain selected and once with all
+# eight sounds (the round plays them), in one process each:
 #   - window_ms: launch until its window is mapped
-#   - then for each state (at rest; a round with the window shown; the same round with the
-#     window unmapped, as a window manager does when it minimises), after a settling period:
+#   - then for each state (at rest, over REST_SECONDS (60); a round with the window shown; the
+#     same round with the window unmapped, as a window manager does when it minimises), after
+#     a settling period:
 #     cpu_percent of the whole process tree over the window (process CPU time, in % of one
 #     core), rss_mb of the tree at its end, the number of threads, wakeups_per_s (context
 #     switches of all threads) and cpu_exact_percent (the scheduler's nanosecond run time of
 #     the threads alive at both ends: cpu_percent counts 10 ms clock ticks, which at rest is
-#     one or two in 30 s); with PulseAudio also the daemon's own cpu_percent.
+#     one or two in 30 s); with PulseAudio also the daemon's own pulse_cpu_percent (its run
+#     time: it is spent because of us) and pulse_wakeups_per_s.
 # Everything runs with a private D-Bus session bus, as on a desktop (without one, Qt starts
 # dbus-launch for the tray's first question, which a user never waits for).
 # Then, for reference, the same rest figures for an empty QApplication with a 0.25 s timer
@@ -49,6 +53,13 @@ Xvfb ":$display" -screen 0 1600x1000x24 -nolisten tcp >/dev/null 2>&1 &
 pids+=($!)
 export DISPLAY=":$display"
 for _ in $(seq 50); do xdotool getmouselocation >/dev/null 2>&1 && break; sleep 0.1; done
+# Under a window manager, as people run it: mapping a window then takes a round trip to it.
+if [ "${WM:-openbox}" != none ] && command -v "${WM:-openbox}" >/dev/null; then
+    "${WM:-openbox}" >/dev/null 2>&1 &
+    pids+=($!)
+    wm=$!
+    sleep 1
+fi
 
 # A private session bus for everything below.
 if command -v dbus-daemon >/dev/null; then
@@ -123,25 +134,27 @@ switches_between() {
     join "$1" "$2" | awk '{d += $4 - $2; n += $5 - $3} END {print d + 0, n + 0}'
 }
 
-# Prints the figures of one state: settles, then measures for $seconds.
+# Prints the figures of one state: settles, then measures for $4 seconds ($seconds if unset).
 measure_state() {
-    local name=$1 pid=$2 server=${3:-}
+    local name=$1 pid=$2 server=${3:-} span=${4:-$seconds}
     sleep "$settle"
-    local t0 s0=0 t1 s1=0
+    local t0 t1
     t0=$(tree_ticks "$pid"); thread_switches "$pid" >"$work/switches.0"
-    [ -n "$server" ] && s0=$(tree_ticks "$server")
-    sleep "$seconds"
+    [ -n "$server" ] && thread_switches "$server" >"$work/server.0"
+    sleep "$span"
     t1=$(tree_ticks "$pid"); thread_switches "$pid" >"$work/switches.1"
-    [ -n "$server" ] && s1=$(tree_ticks "$server")
-    local w ns
+    [ -n "$server" ] && thread_switches "$server" >"$work/server.1"
+    local w ns sw=0 sns=0
     read -r w ns < <(switches_between "$work/switches.0" "$work/switches.1")
-    awk -v n="$name" -v d=$((t1 - t0)) -v w="$w" -v ns="$ns" -v sd=$((s1 - s0)) -v hz="$hz" \
-        -v s="$seconds" -v r="$(tree_rss_kb "$pid")" -v th="$(tree_threads "$pid")" \
+    [ -n "$server" ] && read -r sw sns < <(switches_between "$work/server.0" "$work/server.1")
+    awk -v n="$name" -v d=$((t1 - t0)) -v w="$w" -v ns="$ns" -v sw="$sw" -v sns="$sns" \
+        -v hz="$hz" -v s="$span" -v r="$(tree_rss_kb "$pid")" -v th="$(tree_threads "$pid")" \
         -v srv="$server" 'BEGIN {
             printf "%-14s cpu_percent=%.3f cpu_exact_percent=%.3f rss_mb=%.1f threads=%d",
                    n, 100 * d / hz / s, 100 * ns / 1e9 / s, r / 1024, th
-            printf " wakeups_per_s=%.1f", w / s
-            if (srv != "") printf " pulse_cpu_percent=%.3f", 100 * sd / hz / s
+            printf " wakeups_per_s=%.2f", w / s
+            if (srv != "") printf " pulse_cpu_percent=%.3f pulse_wakeups_per_s=%.1f app_and_pulse_percent=%.3f",
+                                  100 * sns / 1e9 / s, sw / s, 100 * (ns + sns) / 1e9 / s
             printf "\n" }'
 }
 
@@ -167,13 +180,22 @@ start_pulse() {
 fresh_home locate
 read -r start_x start_y < <(SDL_AUDIODRIVER=dummy "${LOCATOR:-$harness}" --locate focus.primary)
 
+# Runs the real app with the sounds given (a JSON list of raw values) selected, so a round
+# plays them; with no sounds, no sound server either.
 measure_real_app() {
-    local audio=$1 server=""
-    fresh_home "$audio"
-    if [ "$audio" = pulse ]; then
+    local sounds=$1 server=""
+    fresh_home "${2:-plain}"
+    if [ -n "$sounds" ]; then
         command -v pulseaudio >/dev/null || { echo "   (no pulseaudio installed)"; return; }
         start_pulse
         server=$pulse_pid
+        mkdir -p "$XDG_DATA_HOME/Quillmere"
+        cat >"$XDG_DATA_HOME/Quillmere/focus-data.json" <<EOF
+{"sessions": [], "settings": {"ambientSounds": [$sounds], "autoPlayMusic": false,
+ "completionSound": "Hero", "microBreakSeconds": 10, "musicSource": "整个资料库",
+ "playlistName": "", "reminderMaximumMinutes": 5, "reminderMinimumMinutes": 3,
+ "reminderSound": "Glass", "selectedDurationMinutes": 50, "showNextReminder": false}}
+EOF
     else
         # No server to find and none to spawn: SDL falls back to ALSA, as on a bare system.
         export PULSE_SERVER="unix:$work/no-such-server" PULSE_CLIENTCONFIG="$work/none.conf"
@@ -181,7 +203,7 @@ measure_real_app() {
     fi
     local t0 pid wid t1
     t0=$(date +%s%N)
-    "$app" >"$work/app.$audio.log" 2>&1 &
+    "$app" >"$work/app.log" 2>&1 &
     pid=$!
     pids+=("$pid")
     # A Quillmere already running for this user takes over and this one quits at once.
@@ -193,20 +215,24 @@ measure_real_app() {
     fi
     t1=$(date +%s%N)
     echo "window_ms=$(((t1 - t0) / 1000000))"
-    measure_state rest "$pid" "$server"
+    measure_state rest "$pid" "$server" "${REST_SECONDS:-60}"
     xdotool mousemove --window "$wid" "$start_x" "$start_y" click 1
     measure_state round_shown "$pid" "$server"
-    xdotool windowunmap "$wid"
+    # A window manager minimises; without one, unmapping is what minimising does to a window.
+    if [ -n "${wm:-}" ]; then xdotool windowminimize "$wid"; else xdotool windowunmap "$wid"; fi
     measure_state round_hidden "$pid" "$server"
     kill "$pid"; wait "$pid" 2>/dev/null || true
     if [ -n "$server" ]; then kill "$server"; wait "$server" 2>/dev/null || true; fi
     unset PULSE_SERVER PULSE_CLIENTCONFIG PULSE_RUNTIME_PATH
 }
 
-for audio in none pulse; do
-    echo "== quillmere, sound server: $audio"
-    measure_real_app "$audio" | sed 's/^/   /'
-done
+echo "== quillmere, no sound server, nothing selected"
+measure_real_app "" plain | sed 's/^/   /'
+echo "== quillmere, PulseAudio null sink, rain alone playing in the round"
+measure_real_app '"rain"' rain | sed 's/^/   /'
+echo "== quillmere, PulseAudio null sink, all eight playing in the round"
+measure_real_app '"rain", "waves", "stream", "wind", "fire", "birds", "crickets", "brownNoise"' \
+    all | sed 's/^/   /'
 
 # The floor on this machine: a bare QApplication with the same 0.25 s step and nothing else.
 fresh_home floor

@@ -2,7 +2,7 @@
 
 #include "audio/AmbientMixer.h"
 #include "audio/AmbientResources.h"
-#include "audio/AmbientSound.h"
+#include "model/AmbientSound.h"
 #include "store/AmbientOutput.h"
 #include "store/Scheduler.h"
 

@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QLocale>
 #include <algorithm>
+#include <limits>
 
 namespace quill::Statistics {
 
@@ -163,9 +164,31 @@ QList<DaySummary> weeklySummaries(const QList<StudySession>& sessions, const QDa
     return rows;
 }
 
+qint64 saturatingAdd(qint64 a, qint64 b) {
+    qint64 sum = 0;
+    if (!__builtin_add_overflow(a, b, &sum))
+        return sum;
+    return b > 0 ? std::numeric_limits<qint64>::max() : std::numeric_limits<qint64>::min();
+}
+
+qint64 totalMinutes(const QList<StudySession>& sessions) {
+    qint64 minutes = 0;
+    for (const StudySession& s : sessions)
+        minutes = saturatingAdd(minutes, s.roundedMinutes());
+    return minutes;
+}
+
+double averageFocusRating(const QList<StudySession>& sessions) {
+    __int128 sum = 0;
+    for (const StudySession& s : sessions)
+        sum += s.focusRating;
+    return sessions.isEmpty() ? 0.0 : double(sum) / double(sessions.size());
+}
+
 QList<TaskSummary> taskSummaries(const QList<StudySession>& sessions) {
     QList<TaskSummary> rows;
-    QList<qint64> ratingSums;
+    // Wide enough that no stored ratings, however absurd, overflow the sum.
+    QList<__int128> ratingSums;
     // A group shows the name as its newest session wrote it.
     QHash<QString, qsizetype> index;
     for (const StudySession& s : sessions) {
@@ -176,7 +199,7 @@ QList<TaskSummary> taskSummaries(const QList<StudySession>& sessions) {
             ratingSums.append(0);
         }
         TaskSummary& row = rows[it.value()];
-        row.focusedMinutes += s.roundedMinutes();
+        row.focusedMinutes = saturatingAdd(row.focusedMinutes, s.roundedMinutes());
         row.sessions += 1;
         ratingSums[it.value()] += s.focusRating;
     }

@@ -19,6 +19,12 @@ QList<TaskSummary> taskSummaries(const QList<StudySession>& sessions);
 qint64 attentionCapacityMinutes(const QList<StudySession>& sessions);
 qint64 recommendedMinutes(const QList<StudySession>& sessions);
 qint64 taskSessionCount(const QList<StudySession>& sessions, const QString& name);
+/// a + b, held at the ends of qint64 instead of wrapping (stored numbers may be absurd).
+qint64 saturatingAdd(qint64 a, qint64 b);
+/// Every session's rounded minutes, saturating.
+qint64 totalMinutes(const QList<StudySession>& sessions);
+/// The mean focus rating, 0 without sessions; exact whatever ratings were stored.
+double averageFocusRating(const QList<StudySession>& sessions);
 
 /// Sessions with at least one focused second, in store order.
 QList<StudySession> completedSessions(const QList<StudySession>& sessions);

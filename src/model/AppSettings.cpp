@@ -76,7 +76,7 @@ AppSettings normalizedSettings(const AppSettings& settings) {
     out.selectedDurationMinutes = std::clamp<qint64>(settings.selectedDurationMinutes, 1, 1440);
     out.reminderMinimumMinutes = std::clamp<qint64>(settings.reminderMinimumMinutes, 1, 60);
     out.reminderMaximumMinutes =
-        std::max(std::min<qint64>(settings.reminderMaximumMinutes, 90), out.reminderMinimumMinutes);
+        std::max(std::min<qint64>(settings.reminderMaximumMinutes, 90), out.reminderMaximumFloor());
     out.microBreakSeconds = std::clamp<qint64>(settings.microBreakSeconds, 5, 60);
     return out;
 }

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "audio/AmbientLevels.h"
+#include "model/AmbientLevels.h"
 #include "model/SettingsEnums.h"
 
 #include <QList>
 #include <QString>
+#include <algorithm>
 #include <map>
 #include <optional>
 
@@ -46,6 +47,8 @@ struct AppSettings {
     bool effectiveFloatingTimerOnMinimize() const { return floatingTimerOnMinimize.value_or(true); }
     bool effectiveFloatingSignalButtons() const { return floatingSignalButtons.value_or(false); }
     QList<QString> effectiveTaskNames() const { return taskNames.value_or(QList<QString>{}); }
+    /// The lowest latest-reminder time the repair keeps: the earliest time, at least 1.
+    qint64 reminderMaximumFloor() const { return std::max<qint64>(reminderMinimumMinutes, 1); }
     double effectiveMasterVolume() const { return ambientMasterVolume.value_or(0.7); }
     bool effectiveAmbientFollowsFocus() const { return ambientFollowsFocus.value_or(true); }
 

@@ -19,8 +19,9 @@ QString StudySession::displayTaskName() const {
 
 qint64 StudySession::roundedMinutes() const {
     // Integer form of round-half-away-from-zero for seconds / 60.
-    const qint64 s = focusedSeconds;
-    return s >= 0 ? (s + 30) / 60 : -((-s + 30) / 60);
+    // Quotient and remainder, so no stored value can overflow on the way.
+    const qint64 whole = focusedSeconds / 60, rest = focusedSeconds % 60;
+    return rest >= 30 ? whole + 1 : rest <= -30 ? whole - 1 : whole;
 }
 
 qint64 StudySession::count(FocusEventKind kind) const {

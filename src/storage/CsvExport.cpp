@@ -13,8 +13,28 @@ namespace quill::CsvExport {
 namespace {
 constexpr qint64 kDayMs = 24 * 3600 * 1000;
 
+// Spreadsheets evaluate a cell that starts like a formula even inside quotes; a leading
+// apostrophe makes them show it as the text it is.
+bool startsLikeAFormula(QStringView field) {
+    if (field.isEmpty())
+        return false;
+    switch (field.front().unicode()) {
+    case '=':
+    case '+':
+    case '-':
+    case '@':
+    case '\t':
+    case '\r':
+        return true;
+    default:
+        return false;
+    }
+}
+
 void appendQuoted(QString& out, QStringView field) {
     out += QLatin1Char('"');
+    if (startsLikeAFormula(field))
+        out += QLatin1Char('\'');
     qsizetype from = 0;
     for (qsizetype quote = field.indexOf(QLatin1Char('"')); quote >= 0;
          quote = field.indexOf(QLatin1Char('"'), from)) {

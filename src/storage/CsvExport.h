@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/StudySession.h"
-#include "store/FileChooser.h"
+#include "storage/FileChooser.h"
 
 #include <QList>
 

@@ -141,7 +141,7 @@ void readValue(JsonReader& r, std::map<QString, double>& volumes) {
     QByteArrayView name;
     r.beginObject(c);
     while (r.nextMember(c, name)) {
-        const QString sound = QString::fromUtf8(name);
+        const QString sound = JsonReader::decodeUtf8(name);
         volumes[sound] = r.readDouble();
     }
 }

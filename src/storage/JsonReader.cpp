@@ -1,5 +1,6 @@
 #include "storage/JsonReader.h"
 
+#include <QStringDecoder>
 #include <charconv>
 #include <cmath>
 
@@ -327,7 +328,16 @@ QByteArrayView JsonReader::readUtf8() {
 }
 
 QString JsonReader::readString() {
-    return QString::fromUtf8(readUtf8());
+    return decodeUtf8(readUtf8());
+}
+
+QString JsonReader::decodeUtf8(QByteArrayView bytes) {
+    if (!bytes.startsWith("\xEF\xBB\xBF"))
+        return QString::fromUtf8(bytes);
+    // fromUtf8 drops a leading byte order mark, which inside a string is the user's text.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom |
+                                                     QStringDecoder::Flag::Stateless);
+    return decoder.decode(bytes);
 }
 
 void JsonReader::enter() {

@@ -32,6 +32,8 @@ public:
     qint64 readInteger();
     double readDouble();
     QString readString();
+    /// UTF-8 as text, keeping a leading byte order mark (it is part of the text).
+    static QString decodeUtf8(QByteArrayView bytes);
     /// The string's UTF-8 bytes, valid until the next read.
     QByteArrayView readUtf8();
     /// Skips one value of any kind, checking its syntax.

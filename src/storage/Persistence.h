@@ -14,7 +14,9 @@ struct LoadResult {
 
 /// "focus-data.json" inside `directory`.
 QString dataFilePath(const QString& directory);
-/// Reads and decodes the file; any failure gives default settings and no sessions.
+/// Reads and decodes the file; any failure gives default settings and no sessions. Anything
+/// but a regular file of at most 512 MB (a FIFO, a device, a folder) counts as unreadable
+/// without being read.
 LoadResult load(const QString& directory);
 /// Writes the whole file atomically, creating the directory; failures are logged, never
 /// thrown, and their system description is put in `error` when given.
@@ -23,11 +25,12 @@ bool save(const QString& directory, const AppSettings& settings,
 /// Renames an unreadable data file to "focus-data.json.unreadable-<UTC time>" beside it.
 bool preserveUnreadable(const QString& directory, const QDateTime& now, QString* error = nullptr);
 /// Whether `fileName` is one of the temporaries an atomic write of the data file leaves
-/// behind when the process dies mid-write ("focus-data.json." and six letters or digits).
+/// behind when the process dies mid-write ("focus-data.json.quillmere-save-" and six letters
+/// or digits); a file of the user's with any other name is never one.
 bool isStaleTemporaryName(const QString& fileName);
 /// Deletes those temporaries in `directory` and nothing else; returns how many went.
 int removeStaleTemporaries(const QString& directory);
-/// Writes `bytes` to `path` atomically (temporary file, then replace).
+/// Writes `bytes` to `path` atomically (a 0600 temporary file, then replace).
 bool writeAtomically(const QString& path, const QByteArray& bytes, QString* error);
 
 } // namespace quill::Persistence

@@ -14,7 +14,6 @@ namespace quill {
 using namespace std::chrono_literals;
 
 namespace {
-constexpr auto kTickPeriod = 250ms;
 constexpr auto kSaveDebounce = 250ms;
 
 qint64 roundUp(double seconds) {
@@ -23,7 +22,8 @@ qint64 roundUp(double seconds) {
 } // namespace
 
 AppStore::AppStore(Services services, QObject* parent)
-    : QObject(parent), m_services(std::move(services)) {
+    : QObject(parent), m_services(std::move(services)),
+      m_stepTimer(m_services.scheduler, m_services.clock, [this] { tick(); }) {
     const QString directory = m_services.dataLocation->directory();
     // Temporaries of writes cut short by a crash or a kill; the data file itself is whole.
     Persistence::removeStaleTemporaries(directory);
@@ -42,11 +42,15 @@ AppStore::AppStore(Services services, QObject* parent)
     // The ambient levels follow settings at once; the current value passes immediately.
     updateAmbientLevels();
     normalizeSettings();
-    m_timer = m_services.scheduler->every(kTickPeriod, [this] { tick(); });
+    m_stepTimer.setResting(true);
 }
 
 AppStore::~AppStore() {
     *m_alive = false;
+    flushSaves();
+}
+
+void AppStore::flushSaves() {
     // The latest state reaches the disk before the application goes: a settings change
     // still waiting out its debounce is written now.
     if (m_saveDebounce && m_saveDebounce->isActive()) {
@@ -55,6 +59,19 @@ AppStore::~AppStore() {
         saveNow();
     }
     m_saver->waitForIdle();
+}
+
+AppStore::FinalSave AppStore::saveBeforeQuit() {
+    m_saveDebounce.reset();
+    m_settings = normalizedSettings(m_settings);
+    const DataFileSaver::Outcome outcome =
+        m_saver->saveAndWait(m_services.dataLocation->directory(), m_settings, m_sessions, now());
+    m_lastSaveFailed = !outcome.saved;
+    FinalSave result{outcome.saved, outcome.error, {}};
+    const QString rescue = m_services.dataLocation->rescueDirectory();
+    if (!outcome.saved && !rescue.isEmpty() && Persistence::save(rescue, m_settings, m_sessions))
+        result.copyPath = Persistence::dataFilePath(rescue);
+    return result;
 }
 
 QDateTime AppStore::now() const {
@@ -97,6 +114,20 @@ void AppStore::setSettings(const AppSettings& settings) {
     m_saveDebounce = m_services.scheduler->after(kSaveDebounce, [this] { onSettingsSettled(); });
 }
 
+bool AppStore::editSettings(const std::function<void(AppSettings&)>& edit, EditTime when) {
+    if (when == EditTime::betweenRounds && isRoundDesignLocked())
+        return false;
+    AppSettings updated = m_settings;
+    edit(updated);
+    setSettings(normalizedSettings(updated));
+    return true;
+}
+
+void AppStore::adoptRecommendedLength() {
+    const qint64 minutes = recommendedMinutes();
+    editSettings([minutes](AppSettings& s) { s.selectedDurationMinutes = minutes; });
+}
+
 void AppStore::setSessions(const QList<StudySession>& sessions) {
     m_sessions = sessions;
     Q_EMIT sessionsChanged();
@@ -108,8 +139,13 @@ bool AppStore::isSessionActive() const {
            m_phase == SessionPhase::microBreak;
 }
 
+bool AppStore::isReviewPending() const {
+    return m_phase == SessionPhase::completed && m_draft.has_value();
+}
+
 void AppStore::setPhase(SessionPhase phase) {
     m_phase = phase;
+    m_stepTimer.setResting(!isSessionActive());
     Q_EMIT phaseChanged();
 }
 
@@ -155,6 +191,8 @@ void AppStore::setMusicMessage(const std::optional<QString>& message) {
 
 void AppStore::setToastMessage(const std::optional<QString>& message) {
     m_toastMessage = message;
+    if (!message)
+        m_toastIsWarning = false;
     Q_EMIT toastMessageChanged();
 }
 
@@ -173,25 +211,32 @@ void AppStore::onSettingsSettled() {
         setSettings(repaired); // itself a change: written once it settles
 }
 
-void AppStore::saveNow() {
+std::uint64_t AppStore::saveNow() {
     // Serialising and writing happen on the work queue; the lists are shared, not copied.
-    m_saver->save(m_services.dataLocation->directory(), m_settings, m_sessions, now(),
-                  [this, alive = std::weak_ptr<bool>(m_alive)](const auto& outcome) {
-                      if (auto a = alive.lock(); a && *a)
-                          onSaveFinished(outcome);
-                  });
+    return m_saver->save(m_services.dataLocation->directory(), m_settings, m_sessions, now(),
+                         [this, alive = std::weak_ptr<bool>(m_alive)](const auto& outcome) {
+                             if (auto a = alive.lock(); a && *a)
+                                 onSaveFinished(outcome);
+                         });
 }
 
 void AppStore::onSaveFinished(const DataFileSaver::Outcome& outcome) {
+    m_lastSaveFailed = !outcome.saved;
+    // A review is confirmed only once it is on disk; a failure to store it is always told.
+    const bool review = m_reviewSave != 0 && outcome.serial >= m_reviewSave;
+    if (review)
+        m_reviewSave = 0;
     if (outcome.saved) {
         m_saveFailureShown = false;
+        if (review)
+            toast(QStringLiteral("这一轮已存入你的专注档案。"));
         return;
     }
     // Shown once; nothing is retried on a timer, the next change saves everything again.
-    if (m_saveFailureShown)
+    if (m_saveFailureShown && !review)
         return;
     m_saveFailureShown = true;
-    toast(QStringLiteral("无法保存专注记录：") + outcome.error);
+    warn(QStringLiteral("无法保存专注记录：") + outcome.error);
 }
 
 void AppStore::normalizeSettings() {
@@ -274,7 +319,8 @@ void AppStore::tick() {
 }
 
 void AppStore::startSession(std::optional<qint64> minutesArgument) {
-    if (isSessionActive())
+    // A finished round waiting for its review is never thrown away by a new start.
+    if (isSessionActive() || isReviewPending())
         return;
     normalizeSettings();
 
@@ -442,8 +488,7 @@ void AppStore::saveCompletion(qint64 focusRating, qint64 endEnergy, const QStrin
     m_draft.reset();
     setPhase(SessionPhase::idle);
     setShowCompletionSheet(false);
-    saveNow();
-    toast(QStringLiteral("这一轮已存入你的专注档案。"));
+    m_reviewSave = saveNow();
 }
 
 void AppStore::abandonSession() {

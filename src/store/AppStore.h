@@ -1,6 +1,5 @@
 #pragma once
 
-#include "insights/TaskSummary.h"
 #include "model/AppSettings.h"
 #include "model/SessionDraft.h"
 #include "model/SessionPhase.h"
@@ -9,10 +8,12 @@
 #include "store/LocalTimeCache.h"
 #include "store/RoundClock.h"
 #include "store/Services.h"
+#include "store/StepTimer.h"
 
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -54,6 +55,8 @@ class AppStore : public QObject {
     Q_PROPERTY(QString musicMessage READ musicMessageText NOTIFY musicMessageChanged)
     /// The one-line transient message; empty when none.
     Q_PROPERTY(QString toastMessage READ toastMessageText NOTIFY toastMessageChanged)
+    /// The toast reports a failure (and shows a warning rather than a check mark).
+    Q_PROPERTY(bool toastIsWarning READ toastIsWarning NOTIFY toastMessageChanged)
     /// The ambient sound is playing.
     Q_PROPERTY(bool isAmbientPlaying READ isAmbientPlaying NOTIFY isAmbientPlayingChanged)
     /// Time to the next reminder as "mm:ss", or "—".
@@ -87,9 +90,23 @@ public:
     /// The one assignment path for settings: notifies, feeds the ambient levels, debounces the
     /// write.
     void setSettings(const AppSettings& settings);
+    /// Whether an edit may happen while a round runs: what designs the round is held until it
+    /// ends.
+    enum class EditTime { anyTime, betweenRounds };
+    /// The one way the screens change settings: `edit` changes a copy, which is repaired at
+    /// once and assigned, so a control shows at once the value that is kept. Returns false
+    /// when the edit is refused because a round runs.
+    bool editSettings(const std::function<void(AppSettings&)>& edit,
+                      EditTime when = EditTime::anyTime);
+    /// The design of the round is held while one runs.
+    bool isRoundDesignLocked() const { return isSessionActive(); }
+    /// The next round gets the suggested length.
+    void adoptRecommendedLength();
     const QList<StudySession>& sessions() const { return m_sessions; }
     SessionPhase phase() const { return m_phase; }
     bool isSessionActive() const;
+    /// A finished round waits for its review (no new round starts meanwhile).
+    bool isReviewPending() const;
     qint64 remainingSeconds() const { return m_remainingSeconds; }
     qint64 breakRemainingSeconds() const { return m_breakRemainingSeconds; }
     qint64 focusedElapsedSeconds() const { return m_focusedElapsedSeconds; }
@@ -105,6 +122,7 @@ public:
     QString musicMessageText() const { return m_musicMessage.value_or(QString()); }
     const std::optional<QString>& toastMessage() const { return m_toastMessage; }
     QString toastMessageText() const { return m_toastMessage.value_or(QString()); }
+    bool toastIsWarning() const { return m_toastIsWarning; }
     bool isAmbientPlaying() const { return m_isAmbientPlaying; }
     QString nextReminderDescription() const;
     int sessionCount() const { return int(m_sessions.size()); }
@@ -116,6 +134,20 @@ public:
     /// Blocks until every save handed to the background writer is on disk. The store's
     /// destruction does the same, after writing a settings change still waiting to settle.
     void waitForSaves();
+    /// Writes a settings change still waiting to settle and waits for every save: what the
+    /// app does last, however it ends.
+    void flushSaves();
+    /// The last save failed: what the user did since the last good save is only in memory.
+    bool lastSaveFailed() const { return m_lastSaveFailed; }
+    /// What a final save before quitting came to.
+    struct FinalSave {
+        bool saved = false;
+        QString error;
+        QString copyPath; ///< where a copy went when the data file could not be written
+    };
+    /// Writes everything now (a settings change waiting to settle too) and waits for it. When
+    /// that fails, a copy goes to the rescue folder if it can be written.
+    FinalSave saveBeforeQuit();
 
     // --- round ---
     void startSession(std::optional<qint64> minutes);
@@ -140,6 +172,8 @@ public:
     void removeSession(const StudySession& session);
     Q_INVOKABLE void exportSessions();
     Q_INVOKABLE void toast(const QString& message);
+    /// A toast that reports a failure.
+    void warn(const QString& message);
     Q_INVOKABLE void playSound(const QString& name);
 
     // --- ambient and music ---
@@ -194,7 +228,8 @@ private:
     void playAmbient();
     void stopAmbient();
     void onSettingsSettled();
-    void saveNow();
+    /// Returns the save's serial.
+    std::uint64_t saveNow();
     void onSaveFinished(const DataFileSaver::Outcome& outcome);
     void updateAmbientLevels();
     qint64 monotonicMs() const;
@@ -215,6 +250,7 @@ private:
     void setShowCompletionSheet(bool show);
     void setMusicMessage(const std::optional<QString>& message);
     void setToastMessage(const std::optional<QString>& message);
+    void scheduleToastEnd(const QString& message);
     void setAmbientPlaying(bool playing);
     void setSessions(const QList<StudySession>& sessions);
 
@@ -245,11 +281,15 @@ private:
     std::unique_ptr<DataFileSaver> m_saver;
     /// A failed save has been shown; the next one is shown only after a save succeeds.
     bool m_saveFailureShown = false;
+    bool m_lastSaveFailed = false;
+    /// The save that stores a review: its outcome is the review's toast.
+    std::uint64_t m_reviewSave = 0;
+    bool m_toastIsWarning = false;
 
     std::optional<AmbientLevels> m_lastLevels;
     QDate m_lastStepDay;
     mutable LocalTimeCache m_localTime;
-    std::unique_ptr<Scheduler::Handle> m_timer;
+    StepTimer m_stepTimer;
     std::unique_ptr<Scheduler::Handle> m_saveDebounce;
     std::vector<std::unique_ptr<Scheduler::Handle>> m_toastChecks;
     /// Lets music completions notice that the store is gone.

@@ -109,8 +109,19 @@ void AppStore::exportSessions() {
     toast(written ? QStringLiteral("CSV 已导出。") : QStringLiteral("没有导出文件。"));
 }
 
-void AppStore::toast(const QString& message) {
+void AppStore::warn(const QString& message) {
+    m_toastIsWarning = true;
     setToastMessage(message);
+    scheduleToastEnd(message);
+}
+
+void AppStore::toast(const QString& message) {
+    m_toastIsWarning = false;
+    setToastMessage(message);
+    scheduleToastEnd(message);
+}
+
+void AppStore::scheduleToastEnd(const QString& message) {
     // Drop the handles of checks that already ran so the list stays short.
     std::erase_if(m_toastChecks, [](const auto& handle) { return !handle->isActive(); });
     m_toastChecks.push_back(m_services.scheduler->after(kToastDuration, [this, message] {
@@ -135,7 +146,7 @@ void AppStore::playAmbient() {
         return;
     setAmbientPlaying(m_services.ambient->play());
     if (!m_isAmbientPlaying)
-        toast(QStringLiteral("环境音无法播放，请检查声音输出设备。"));
+        warn(QStringLiteral("环境音无法播放，请检查声音输出设备。"));
 }
 
 void AppStore::stopAmbient() {
@@ -208,7 +219,7 @@ bool AppStore::isAmbientSelected(AmbientSound sound) const {
 
 void AppStore::testMusic() {
     const MusicService service = m_settings.effectiveMusicService();
-    setMusicMessage(QStringLiteral("正在连接“") + rawValue(service) + QStringLiteral("”…"));
+    setMusicMessage(QStringLiteral("正在连接“") + displayName(service) + QStringLiteral("”…"));
     std::weak_ptr<bool> alive = m_alive;
     m_services.music->playRandom(
         service, m_settings.musicSource, m_settings.playlistName,

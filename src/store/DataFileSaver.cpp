@@ -9,22 +9,37 @@ DataFileSaver::DataFileSaver(std::shared_ptr<WorkQueue> queue, bool keepUnreadab
     m_shared->keepUnreadable = keepUnreadableFirst;
 }
 
-void DataFileSaver::save(const QString& directory, const AppSettings& settings,
-                         const QList<StudySession>& sessions, const QDateTime& now, Done done) {
+std::uint64_t DataFileSaver::save(const QString& directory, const AppSettings& settings,
+                                  const QList<StudySession>& sessions, const QDateTime& now,
+                                  Done done) {
+    const std::uint64_t serial = ++m_serial;
     bool jobQueued;
     {
         std::lock_guard lock(m_shared->mutex);
         jobQueued = m_shared->waiting.has_value();
-        m_shared->waiting = Snapshot{directory, settings, sessions, now};
+        m_shared->waiting = Snapshot{directory, settings, sessions, now, serial};
     }
     if (jobQueued)
-        return; // the job already queued picks up this newer snapshot
+        return serial; // the job already queued picks up this newer snapshot
     auto outcome = std::make_shared<Outcome>();
     m_queue->post([shared = m_shared, outcome] { *outcome = write(*shared); },
                   [outcome, done = std::move(done)] {
                       if (done)
                           done(*outcome);
                   });
+    return serial;
+}
+
+DataFileSaver::Outcome DataFileSaver::saveAndWait(const QString& directory,
+                                                  const AppSettings& settings,
+                                                  const QList<StudySession>& sessions,
+                                                  const QDateTime& now) {
+    m_queue->waitForIdle();
+    {
+        std::lock_guard lock(m_shared->mutex);
+        m_shared->waiting = Snapshot{directory, settings, sessions, now, ++m_serial};
+    }
+    return write(*m_shared);
 }
 
 void DataFileSaver::waitForIdle() {
@@ -39,7 +54,8 @@ DataFileSaver::Outcome DataFileSaver::write(Shared& shared) {
     }
     Outcome outcome;
     if (!snapshot)
-        return Outcome{true, {}};
+        return Outcome{true, {}, 0};
+    outcome.serial = snapshot->serial;
     // A file we could not read is the user's data too: set it aside before replacing it.
     if (shared.keepUnreadable) {
         if (!Persistence::preserveUnreadable(snapshot->directory, snapshot->now, &outcome.error))

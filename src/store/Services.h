@@ -1,9 +1,9 @@
 #pragma once
 
+#include "storage/FileChooser.h"
 #include "store/AmbientOutput.h"
 #include "store/Clock.h"
 #include "store/DataLocation.h"
-#include "store/FileChooser.h"
 #include "store/MusicPlayer.h"
 #include "store/RandomSource.h"
 #include "store/Scheduler.h"

@@ -1,6 +1,7 @@
 #include "store/SystemServices.h"
 
 #include "store/ThreadWorkQueue.h"
+#include "store/WallClockTimer.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -93,6 +94,9 @@ public:
     std::unique_ptr<Handle> after(std::chrono::milliseconds delay, Callback fn) override {
         return std::make_unique<TimerHandle>(delay, false, std::move(fn));
     }
+    std::unique_ptr<Handle> afterWallTime(std::chrono::milliseconds delay, Callback fn) override {
+        return makeWallClockTimer(delay, std::move(fn));
+    }
 };
 
 class SystemRandom final : public RandomSource {
@@ -107,6 +111,13 @@ public:
 class StandardDataLocation final : public DataLocation {
 public:
     QString directory() const override { return defaultDataDirectory(); }
+    QString rescueDirectory() const override {
+        // Qt 6.4 has no state location; the base directory spec's default stands in.
+        QString base = qEnvironmentVariable("XDG_STATE_HOME");
+        if (!QDir::isAbsolutePath(base))
+            base = QDir::homePath() + QStringLiteral("/.local/state");
+        return QDir(base).filePath(QStringLiteral("Quillmere"));
+    }
 };
 
 class DialogFileChooser final : public FileChooser {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "audio/AmbientLevels.h"
+#include "model/AmbientLevels.h"
 
 #include <QString>
 #include <QStringList>

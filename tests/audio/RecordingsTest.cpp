@@ -1,8 +1,8 @@
 #include "LoopAnalysis.h"
 #include "Loudness.h"
 #include "audio/AmbientResources.h"
-#include "audio/AmbientSound.h"
 #include "audio/BrownNoiseGenerator.h"
+#include "model/AmbientSound.h"
 
 #include <QCoreApplication>
 #include <QDir>

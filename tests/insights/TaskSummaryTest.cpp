@@ -2,6 +2,7 @@
 #include "insights/Statistics.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace quill {
 namespace {
@@ -39,6 +40,23 @@ TEST(TaskSummaries, GroupByDisplayNameAndSumRoundedMinutes) {
     ASSERT_EQ(rows.size(), 2);
     EXPECT_EQ(rows[0], (TaskSummary{QStringLiteral("未分类"), 30, 2, 2.5}));
     EXPECT_EQ(rows[1], (TaskSummary{QStringLiteral("写作"), 2, 3, 4.0}));
+}
+
+TEST(TaskSummaries, AbsurdRatingsAndMinutesNeitherOverflowNorWrap) {
+    constexpr qint64 kMax = std::numeric_limits<qint64>::max();
+    QList<StudySession> sessions;
+    for (int i = 0; i < 61; ++i) // 61 times the largest minutes: past the end of qint64
+        sessions << taskSession(QStringLiteral("a"), kMax, i == 0 ? kMax - 60 : kMax);
+    const QList<TaskSummary> rows = Statistics::taskSummaries(sessions);
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_DOUBLE_EQ(rows[0].averageFocus, double(kMax - 1));
+    EXPECT_EQ(rows[0].focusedMinutes, kMax) << "held at the largest value";
+    EXPECT_DOUBLE_EQ(Statistics::averageFocusRating(sessions), double(kMax - 1));
+    EXPECT_EQ(Statistics::totalMinutes(sessions), kMax);
+    const qint64 kMin = std::numeric_limits<qint64>::min();
+    EXPECT_DOUBLE_EQ(
+        Statistics::averageFocusRating({taskSession({}, 60, kMin), taskSession({}, 60, kMin)}),
+        double(kMin));
 }
 
 TEST(TaskSummaries, MoreMinutesFirst) {

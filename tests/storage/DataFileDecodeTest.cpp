@@ -69,6 +69,21 @@ TEST(DataFileDecoding, ReadsBackWhatItWrote) {
     EXPECT_EQ(decoded->sessions, fullSessions());
 }
 
+TEST(DataFileDecoding, ALeadingByteOrderMarkInATextIsKept) {
+    QList<StudySession> sessions = fullSessions();
+    sessions[0].note = QStringLiteral("\uFEFF笔记");
+    sessions[0].taskName = QStringLiteral("\uFEFF");
+    AppSettings settings = fullSettings();
+    settings.playlistName = QStringLiteral("\uFEFF\uFEFFlist");
+    settings.ambientVolumes = std::map<QString, double>{{QStringLiteral("\uFEFFrain"), 0.5}};
+    const QByteArray file = DataFileCodec::encode(settings, sessions);
+    const auto decoded = DataFileCodec::decode(file);
+    ASSERT_TRUE(decoded.has_value());
+    EXPECT_EQ(decoded->sessions, sessions);
+    EXPECT_EQ(decoded->settings, settings);
+    EXPECT_EQ(DataFileCodec::encode(decoded->settings, decoded->sessions), file);
+}
+
 TEST(DataFileDecoding, ReadsCompactAndOtherIndentationWithPlainSlashes) {
     const QJsonDocument doc = QJsonDocument::fromJson(fullFile());
     ASSERT_TRUE(doc.isObject());

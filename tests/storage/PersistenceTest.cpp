@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace quill {
 namespace {
@@ -213,23 +214,107 @@ TEST_F(PersistenceTest, FailedSaveLeavesTheOldFileAsItWas) {
 
 TEST_F(PersistenceTest, StartUpRemovesOnlyTheTemporariesOfInterruptedWrites) {
     ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, someSessions()));
-    const QStringList stale = {"focus-data.json.AbC123", "focus-data.json.xYzQwE"};
-    const QStringList kept = {
-        "focus-data.json",         "focus-data.json.unreadable-20260305T083000Z",
-        "focus-data.json.bak",     "focus-data.json.AbC12",
-        "focus-data.json.AbC1234", "focus-data.json.Ab-123",
-        "other.json.AbC123",       "notes.txt"};
+    const QStringList stale = {"focus-data.json.quillmere-save-AbC123",
+                               "focus-data.json.quillmere-save-xYzQwE"};
+    // The user's own files, however much they look like a temporary.
+    const QStringList kept = {"focus-data.json",
+                              "focus-data.json.unreadable-20260305T083000Z",
+                              "focus-data.json.backup",
+                              "focus-data.json.bak001",
+                              "focus-data.json.AbC123",
+                              "focus-data.json.quillmere-save-AbC12",
+                              "focus-data.json.quillmere-save-Ab-123",
+                              "other.json.quillmere-save-AbC123",
+                              "notes.txt"};
     for (const QString& name : stale + kept.mid(1))
         writeFile(directory() + '/' + name, "x");
-    ASSERT_TRUE(QDir().mkpath(directory() + QStringLiteral("/focus-data.json.QWERTY")));
+    ASSERT_TRUE(
+        QDir().mkpath(directory() + QStringLiteral("/focus-data.json.quillmere-save-QWERTY")));
     EXPECT_EQ(Persistence::removeStaleTemporaries(directory()), 2);
     QStringList left = QDir(directory()).entryList(QDir::Files | QDir::Hidden);
     QStringList expected = kept;
     left.sort();
     expected.sort();
     EXPECT_EQ(left, expected);
-    EXPECT_TRUE(QFileInfo(directory() + QStringLiteral("/focus-data.json.QWERTY")).isDir());
+    EXPECT_TRUE(
+        QFileInfo(directory() + QStringLiteral("/focus-data.json.quillmere-save-QWERTY")).isDir());
     EXPECT_EQ(Persistence::removeStaleTemporaries(QString()), 0);
+}
+
+TEST_F(PersistenceTest, TheFolderAndTheFileArePrivateAndOlderOnesAreTightened) {
+    const auto mode = [](const QString& path) {
+        struct stat info {};
+        EXPECT_EQ(::stat(QFile::encodeName(path).constData(), &info), 0) << path.toStdString();
+        return info.st_mode & 07777;
+    };
+    const mode_t oldMask = ::umask(022);
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, someSessions()));
+    EXPECT_EQ(mode(directory()), 0700u);
+    EXPECT_EQ(mode(dataFile()), 0600u);
+
+    // Left open to others by an earlier version: closed at the next save.
+    ASSERT_EQ(::chmod(QFile::encodeName(directory()).constData(), 0755), 0);
+    ASSERT_EQ(::chmod(QFile::encodeName(dataFile()).constData(), 0644), 0);
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, {}));
+    EXPECT_EQ(mode(directory()), 0700u);
+    EXPECT_EQ(mode(dataFile()), 0600u);
+    ::umask(oldMask);
+}
+
+TEST_F(PersistenceTest, AnythingButARegularFileOfSaneSizeIsSetAsideUnread) {
+    // Each would hang, exhaust memory or take seconds if read: none of it is.
+    const QString fifo = root.filePath(QStringLiteral("fifo"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    const QString huge = root.filePath(QStringLiteral("huge"));
+    {
+        QFile sparse(huge);
+        ASSERT_TRUE(sparse.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(sparse.resize(qint64(513) * 1024 * 1024)); // sparse: no disk used
+    }
+    ASSERT_TRUE(QDir().mkpath(root.filePath(QStringLiteral("folder"))));
+    const QStringList targets = {fifo, QStringLiteral("/dev/zero"), QStringLiteral("/dev/urandom"),
+                                 huge, root.filePath(QStringLiteral("folder"))};
+    const QDateTime now = utc(2026, 3, 5, 8, 30);
+    for (const QString& target : targets) {
+        SCOPED_TRACE(target.toStdString());
+        QDir(directory()).removeRecursively();
+        ASSERT_TRUE(QDir().mkpath(directory()));
+        // Links at the data path, and the thing itself moved there.
+        ASSERT_TRUE(QFile::link(target, dataFile()));
+        const Persistence::LoadResult loaded = Persistence::load(directory());
+        EXPECT_TRUE(loaded.unreadableFileExists);
+        EXPECT_TRUE(loaded.data.sessions.isEmpty());
+        ASSERT_TRUE(Persistence::preserveUnreadable(directory(), now));
+        EXPECT_EQ(
+            QFileInfo(dataFile() + QStringLiteral(".unreadable-20260305T083000Z")).symLinkTarget(),
+            QFileInfo(target).absoluteFilePath())
+            << "set aside as it was, never copied";
+        ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, someSessions()));
+        EXPECT_EQ(Persistence::load(directory()).data.sessions.size(), 2);
+    }
+    // The FIFO itself at the data path.
+    QDir(directory()).removeRecursively();
+    ASSERT_TRUE(QDir().mkpath(directory()));
+    ASSERT_TRUE(QFile::rename(fifo, dataFile()));
+    EXPECT_TRUE(Persistence::load(directory()).unreadableFileExists);
+    ASSERT_TRUE(Persistence::preserveUnreadable(directory(), now));
+    struct stat info {};
+    ASSERT_EQ(::lstat(QFile::encodeName(dataFile() + QStringLiteral(".unreadable-20260305T083000Z"))
+                          .constData(),
+                      &info),
+              0);
+    EXPECT_TRUE(S_ISFIFO(info.st_mode));
+}
+
+TEST_F(PersistenceTest, ALinkToARegularFileIsReadAndWrittenWhereItPoints) {
+    const QString elsewhere = root.filePath(QStringLiteral("sync/focus-data.json"));
+    ASSERT_TRUE(Persistence::save(QFileInfo(elsewhere).path(), AppSettings{}, someSessions()));
+    ASSERT_TRUE(QDir().mkpath(directory()));
+    ASSERT_TRUE(QFile::link(elsewhere, dataFile()));
+    EXPECT_EQ(Persistence::load(directory()).data.sessions.size(), 2);
+    ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, {}));
+    EXPECT_TRUE(QFileInfo(dataFile()).isSymLink());
+    EXPECT_TRUE(Persistence::load(QFileInfo(elsewhere).path()).data.sessions.isEmpty());
 }
 
 // ---------------------------------------------------------------- the unreadable file

@@ -34,6 +34,55 @@ TEST_F(CommandsTest, LongNamesAreCutToFortyCharacters) {
     EXPECT_EQ(tasks().back(), QStringLiteral("👍🏽").repeated(40));
 }
 
+TEST_F(CommandsTest, SettingsEditsAreRepairedAtOnceAndTheRoundsDesignIsHeldDuringARound) {
+    using Time = AppStore::EditTime;
+    struct Case {
+        const char* what;
+        std::function<void(AppSettings&)> edit;
+        Time when;
+        bool duringRound;
+        qint64 duration, earliest, latest;
+    };
+    // Defaults: 50 minutes, reminders 3–5.
+    const Case cases[] = {
+        {"length below 1", [](AppSettings& s) { s.selectedDurationMinutes = 0; }, Time::anyTime,
+         false, 1, 3, 5},
+        {"length above a day", [](AppSettings& s) { s.selectedDurationMinutes = 5000; },
+         Time::anyTime, false, 1440, 3, 5},
+        {"earliest past latest", [](AppSettings& s) { s.reminderMinimumMinutes = 8; },
+         Time::anyTime, false, 50, 8, 8},
+        {"latest below earliest", [](AppSettings& s) { s.reminderMaximumMinutes = 1; },
+         Time::anyTime, false, 50, 3, 3},
+        {"reminder range beyond its bounds",
+         [](AppSettings& s) {
+             s.reminderMinimumMinutes = 0;
+             s.reminderMaximumMinutes = 500;
+         },
+         Time::anyTime, false, 50, 1, 90},
+        {"round design while a round runs", [](AppSettings& s) { s.selectedDurationMinutes = 90; },
+         Time::betweenRounds, true, 50, 3, 5},
+        {"other settings while a round runs", [](AppSettings& s) { s.reminderMinimumMinutes = 4; },
+         Time::anyTime, true, 50, 4, 5},
+    };
+    for (const Case& c : cases) {
+        store->abandonSession();
+        store->setSettings(AppSettings{});
+        if (c.duringRound)
+            store->startSession(std::nullopt);
+        const bool accepted = store->editSettings(c.edit, c.when);
+        EXPECT_EQ(accepted, !(c.duringRound && c.when == Time::betweenRounds)) << c.what;
+        EXPECT_EQ(store->settings().selectedDurationMinutes, c.duration) << c.what;
+        EXPECT_EQ(store->settings().reminderMinimumMinutes, c.earliest) << c.what;
+        EXPECT_EQ(store->settings().reminderMaximumMinutes, c.latest) << c.what;
+        EXPECT_EQ(store->settings().reminderMaximumFloor(), c.earliest) << c.what;
+    }
+}
+
+TEST_F(CommandsTest, AdoptingTheSuggestedLengthSetsTheNextRound) {
+    store->adoptRecommendedLength();
+    EXPECT_EQ(store->settings().selectedDurationMinutes, 30); // fewer than three rounds stored
+}
+
 TEST_F(CommandsTest, SelectingNeedsAnExactMatchAndIsLockedDuringARound) {
     store->addTask(QStringLiteral("Reading"));
     store->selectTask(std::nullopt);

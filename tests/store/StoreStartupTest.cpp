@@ -86,7 +86,7 @@ TEST_F(StartupTest, AnUnreadableFileIsKeptBesideTheNewOne) {
     EXPECT_EQ(readDataFile().settings.appearanceMode, AppearanceMode::light);
 }
 
-TEST_F(StartupTest, AFailedSaveLogsOnceKeepsMemoryAndTheNextSaveWritesEverything) {
+TEST_F(StartupTest, AFailedReviewSaveIsNeverConfirmedAndQuittingKeepsACopy) {
     // A plain file where the data folder should be: the folder cannot be created.
     const QString blocked = fakes.data->directory() + QStringLiteral("-blocked");
     QFile blocker(blocked);
@@ -96,23 +96,43 @@ TEST_F(StartupTest, AFailedSaveLogsOnceKeepsMemoryAndTheNextSaveWritesEverything
     createStore();
     store->startSession(1);
     advanceSeconds(61);
+    ASSERT_TRUE(store->lastSaveFailed()) << "an earlier save failed and said so";
 
     capturedWarnings.clear();
     const auto previous = qInstallMessageHandler(captureWarnings);
     store->saveCompletion(4, 4, QStringLiteral("note"));
+    advanceMs(0);
     qInstallMessageHandler(previous);
 
     ASSERT_EQ(capturedWarnings.size(), 1);
     EXPECT_TRUE(capturedWarnings[0].startsWith(QStringLiteral("Quillmere save failed: ")));
     EXPECT_EQ(store->sessions().size(), 1) << "the session stays in memory";
-    EXPECT_EQ(store->toastMessageText(), QStringLiteral("这一轮已存入你的专注档案。"));
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("无法保存专注记录：Not a directory"))
+        << "told again, though a failure was shown before";
+    EXPECT_TRUE(store->toastIsWarning());
+    EXPECT_TRUE(store->lastSaveFailed());
+
+    // Quitting now tries once more; that fails too, so a copy goes where it can be written.
+    const AppStore::FinalSave last = store->saveBeforeQuit();
+    EXPECT_FALSE(last.saved);
+    EXPECT_EQ(last.error, QStringLiteral("Not a directory"));
+    ASSERT_FALSE(last.copyPath.isEmpty());
+    EXPECT_EQ(Persistence::load(QFileInfo(last.copyPath).path()).data.sessions.size(), 1);
 
     QFile::remove(blocked);
-    store->toggleAppearance();
-    advanceMs(250);
+    EXPECT_TRUE(store->saveBeforeQuit().saved);
+    EXPECT_FALSE(store->lastSaveFailed());
     const PersistedData saved = readDataFile(); // reads fakes.data->filePath()
     EXPECT_EQ(saved.sessions.size(), 1);
     EXPECT_EQ(saved.sessions[0].note, QStringLiteral("note"));
+
+    // A review that reaches the disk is confirmed once it is there, with the check mark.
+    store->startSession(1);
+    advanceSeconds(61);
+    store->saveCompletion(3, 3, QString());
+    advanceMs(0);
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("这一轮已存入你的专注档案。"));
+    EXPECT_FALSE(store->toastIsWarning());
 }
 
 TEST_F(StartupTest, NoDataLocationRunsInMemory) {

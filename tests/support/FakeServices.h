@@ -26,6 +26,7 @@ public:
         return m_overridden ? m_override : m_dir.path() + QStringLiteral("/Quillmere");
     }
     QString filePath() const { return directory() + QStringLiteral("/focus-data.json"); }
+    QString rescueDirectory() const override { return m_dir.path() + QStringLiteral("/state"); }
     void setDirectory(const QString& d) {
         m_override = d;
         m_overridden = true;

@@ -50,6 +50,16 @@ TEST_F(FocusScreenTest, TheStartButtonStartsARoundAndTheRingAndTimeMove) {
     EXPECT_EQ(ui.text("focus.timerText"), "48:30");
 }
 
+TEST_F(FocusScreenTest, AHiddenWindowCatchesUpWhenShownAgain) {
+    ui.click("focus.primary");
+    ui.window()->hide();
+    ui.advance(60'000);
+    ui.window()->show();
+    ui.settle();
+    EXPECT_EQ(ui.text("focus.timerText"), "49:00");
+    EXPECT_DOUBLE_EQ(ringProgress(), 60.0 / 3000.0);
+}
+
 TEST_F(FocusScreenTest, PauseStopsTheClockAndResumeContinuesIt) {
     ui.click("focus.primary");
     ui.advance(20'000);

@@ -152,10 +152,9 @@ TEST_F(FocusViewModelTest, PillsAndTheSuggestionComeFromTheStatistics) {
     EXPECT_EQ(vm.todayMinutesText(), "0 分钟");
     EXPECT_EQ(vm.todayWanderText(), "0 次");
     EXPECT_EQ(vm.streakText(), "0 天");
-    EXPECT_EQ(vm.recommendationText(),
-              QStringLiteral("今天的建议：先做 %1 分钟").arg(store->recommendedMinutes()));
+    EXPECT_EQ(vm.recommendationText(), "今天的建议：先做 30 分钟");
     vm.adoptRecommendation();
-    EXPECT_EQ(store->settings().selectedDurationMinutes, store->recommendedMinutes());
+    EXPECT_EQ(store->settings().selectedDurationMinutes, 30);
 }
 
 TEST_F(FocusViewModelTest, WithoutAStoreItShowsDefaultsAndIgnoresCommands) {

@@ -53,7 +53,9 @@ TEST_F(RoundEndTest, EndReviewSaveStoresOneSessionAndSaysSo) {
     EXPECT_EQ(saved.focusedSeconds, 330);
     EXPECT_FALSE(saved.completed);
     EXPECT_FALSE(ui.isShown("review.save"));
+    ui.advance(0); // confirmed once the write is done
     EXPECT_EQ(ui.text("toast.text"), "这一轮已存入你的专注档案。");
+    EXPECT_EQ(ui.item("toast.symbol")->property("name").toString(), "checkmark.circle.fill");
     EXPECT_EQ(ui.text("sidebar.todaySessions"), "1");
     EXPECT_EQ(ui.text("sidebar.todayMinutes"), "6"); // 330 s rounds to 6 minutes
     EXPECT_EQ(Persistence::load(ui.fakes.data->directory()).data.sessions.size(), 1);
@@ -187,7 +189,7 @@ TEST_F(RoundEndTest, TheReviewShowsTheMusicStatusWhenThereIsOne) {
     EXPECT_FALSE(ui.isShown("review.music"));
     openReview();
     EXPECT_TRUE(ui.isShown("review.music"));
-    EXPECT_EQ(ui.text("review.music.text"), "正在连接“Apple Music”…");
+    EXPECT_EQ(ui.text("review.music.text"), "正在连接“本机音乐播放器”…");
 }
 
 } // namespace

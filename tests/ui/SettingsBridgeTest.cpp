@@ -19,28 +19,18 @@ TEST_F(SettingsBridgeTest, AbsentFieldsReadAsTheirDocumentedValues) {
     edit([](AppSettings& s) {
         s.ambientMasterVolume.reset();
         s.ambientFollowsFocus.reset();
-        s.appearanceMode.reset();
-        s.floatingTimerOnMinimize.reset();
-        s.floatingSignalButtons.reset();
-        s.taskNames.reset();
     });
     EXPECT_DOUBLE_EQ(bridge.ambientMasterVolume(), 0.7);
     EXPECT_TRUE(bridge.ambientFollowsFocus());
-    EXPECT_TRUE(bridge.darkAppearance());
-    EXPECT_TRUE(bridge.floatingTimerOnMinimize());
-    EXPECT_FALSE(bridge.floatingSignalButtons());
-    EXPECT_TRUE(bridge.taskNames().isEmpty());
 }
 
 TEST_F(SettingsBridgeTest, WritesGoThroughTheStoreAndAreSavedAfterTheDebounce) {
     QSignalSpy notified(store.get(), &AppStore::settingsChanged);
     QSignalSpy changed(&bridge, &SettingsBridge::changed);
-    bridge.setSelectedDurationMinutes(25);
     bridge.setAmbientFollowsFocus(false);
     bridge.setAmbientMasterVolume(0.3);
-    EXPECT_EQ(notified.count(), 3);
-    EXPECT_EQ(changed.count(), 3);
-    EXPECT_EQ(store->settings().selectedDurationMinutes, 25);
+    EXPECT_EQ(notified.count(), 2);
+    EXPECT_EQ(changed.count(), 2);
     EXPECT_EQ(store->settings().ambientFollowsFocus, false);
     EXPECT_EQ(store->settings().ambientMasterVolume, 0.3);
     // The master volume reaches the ambient levels at once, squared.
@@ -48,24 +38,6 @@ TEST_F(SettingsBridgeTest, WritesGoThroughTheStoreAndAreSavedAfterTheDebounce) {
     EXPECT_FALSE(QFile::exists(fakes.data->filePath()));
     advance(250);
     EXPECT_TRUE(QFile::exists(fakes.data->filePath()));
-}
-
-TEST_F(SettingsBridgeTest, TheLatestReminderNeverGoesBelowTheEarliest) {
-    bridge.setReminderMinimumMinutes(8);
-    EXPECT_EQ(bridge.reminderMaximumFloor(), 8);
-    bridge.setReminderMaximumMinutes(4);
-    EXPECT_EQ(store->settings().reminderMaximumMinutes, 8);
-    bridge.setReminderMaximumMinutes(20);
-    EXPECT_EQ(bridge.reminderMaximumMinutes(), 20);
-    bridge.setReminderMinimumMinutes(0);
-    EXPECT_EQ(bridge.reminderMaximumFloor(), 1);
-}
-
-TEST_F(SettingsBridgeTest, OutOfRangeLengthsAreRepairedByTheStore) {
-    bridge.setSelectedDurationMinutes(5000);
-    EXPECT_EQ(bridge.selectedDurationMinutes(), 5000); // as written, until the repair runs
-    advance(250);
-    EXPECT_EQ(bridge.selectedDurationMinutes(), 1440);
 }
 
 TEST_F(SettingsBridgeTest, MasterVolumeIsKeptBetweenZeroAndOne) {
@@ -77,8 +49,8 @@ TEST_F(SettingsBridgeTest, MasterVolumeIsKeptBetweenZeroAndOne) {
 
 TEST_F(SettingsBridgeTest, WithoutAStoreWritesAreDropped) {
     SettingsBridge lonely;
-    lonely.setSelectedDurationMinutes(10);
-    EXPECT_EQ(lonely.selectedDurationMinutes(), 50);
+    lonely.setAmbientMasterVolume(0.2);
+    EXPECT_DOUBLE_EQ(lonely.ambientMasterVolume(), 0.7);
 }
 
 } // namespace

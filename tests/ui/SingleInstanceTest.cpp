@@ -1,10 +1,18 @@
 #include "ui/shell/SingleInstance.h"
 
+#include <QFile>
 #include <QLocalServer>
+#include <QLocalSocket>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QUuid>
+#include <cstring>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace quill;
 
@@ -92,6 +100,104 @@ TEST(SingleInstanceTest, DifferentKeysOrSessionsDoNotMeet) {
     EXPECT_TRUE(inFirst.serverName().startsWith(first.path()));
     EXPECT_TRUE(inFirst.claim());
     EXPECT_TRUE(inSecond.claim());
+}
+
+/// Sets an environment variable for the scope.
+class ScopedEnv {
+public:
+    ScopedEnv(const char* name, const QByteArray& value)
+        : m_name(name), m_saved(qgetenv(name)), m_was(qEnvironmentVariableIsSet(name)) {
+        if (value.isNull())
+            qunsetenv(name);
+        else
+            qputenv(name, value);
+    }
+    ~ScopedEnv() {
+        if (m_was)
+            qputenv(m_name, m_saved);
+        else
+            qunsetenv(m_name);
+    }
+
+private:
+    const char* m_name;
+    QByteArray m_saved;
+    bool m_was;
+};
+
+TEST(SingleInstanceTest, WithoutARuntimeFolderTheSocketLivesInAPrivateFolderOfTheUsers) {
+    QTemporaryDir cache;
+    ScopedEnv runtime("XDG_RUNTIME_DIR", QByteArray());
+    ScopedEnv cacheHome("XDG_CACHE_HOME", QFile::encodeName(cache.path()));
+    ASSERT_EQ(::chmod(QFile::encodeName(cache.path()).constData(), 0755), 0);
+    SingleInstance first(uniqueKey());
+    const QString folder = cache.filePath(QStringLiteral("Quillmere"));
+    EXPECT_TRUE(first.serverName().startsWith(folder + '/')) << first.serverName().toStdString();
+    struct stat info {};
+    ASSERT_EQ(::stat(QFile::encodeName(folder).constData(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0700u);
+    EXPECT_TRUE(first.claim());
+    SingleInstance second(QFileInfo(first.serverName()).fileName());
+    EXPECT_FALSE(second.claim());
+}
+
+TEST(SingleInstanceTest, ASocketPlantedByAnotherUserIsNeitherAskedNorTrusted) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "needs root to listen as another user";
+    QTemporaryDir shared; // a runtime folder another user can write into
+    ASSERT_EQ(::chmod(QFile::encodeName(shared.path()).constData(), 0777), 0);
+    ScopedEnv runtime("XDG_RUNTIME_DIR", QFile::encodeName(shared.path()));
+    const QString key = uniqueKey();
+    const QByteArray path = QFile::encodeName(shared.filePath(key));
+
+    int report[2];
+    ASSERT_EQ(::pipe(report), 0);
+    const pid_t stranger = ::fork();
+    ASSERT_GE(stranger, 0);
+    if (stranger == 0) {
+        // The other user: listens where the app would, and reports what it was sent.
+        if (::setuid(65534) != 0)
+            ::_exit(1);
+        const int server = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        std::strncpy(address.sun_path, path.constData(), sizeof address.sun_path - 1);
+        if (::bind(server, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
+            ::chmod(path.constData(), 0777) != 0 || ::listen(server, 4) != 0)
+            ::_exit(2);
+        char ready = 'r';
+        (void)!::write(report[1], &ready, 1);
+        const int client = ::accept(server, nullptr, nullptr);
+        char buffer[64];
+        const ssize_t got = client < 0 ? -1 : ::read(client, buffer, sizeof buffer);
+        const char received = got > 0 ? 'y' : 'n';
+        (void)!::write(report[1], &received, 1);
+        ::_exit(0);
+    }
+    ::close(report[1]);
+    char ready = 0;
+    ASSERT_EQ(::read(report[0], &ready, 1), 1) << "the stranger could not listen";
+
+    SingleInstance victim(key);
+    EXPECT_TRUE(victim.claim()) << "the app runs instead of handing over to a stranger";
+    char received = 0;
+    ASSERT_EQ(::read(report[0], &received, 1), 1);
+    EXPECT_EQ(received, 'n') << "the stranger was sent nothing";
+    ::close(report[0]);
+    ::waitpid(stranger, nullptr, 0);
+}
+
+TEST(SingleInstanceTest, APeerThatSendsMoreThanARequestIsCutOff) {
+    SingleInstance app(uniqueKey());
+    ASSERT_TRUE(app.claim());
+    QSignalSpy activated(&app, &SingleInstance::activationRequested);
+    QLocalSocket flood;
+    flood.connectToServer(app.serverName());
+    ASSERT_TRUE(flood.waitForConnected(5000));
+    QSignalSpy closed(&flood, &QLocalSocket::disconnected);
+    flood.write(QByteArray(4 * 1024 * 1024, 'x'));
+    EXPECT_TRUE(closed.wait(10000)) << "a line that never ends is not buffered";
+    EXPECT_EQ(activated.count(), 0);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "ui/theme/Symbols.h"
-#include "audio/AmbientSound.h"
+#include "model/AmbientSound.h"
 #include "ui/UiModule.h"
 #include "ui/theme/SymbolDrawing.h"
 

@@ -50,18 +50,6 @@ INSTANTIATE_TEST_SUITE_P(Cases, GreetingTest,
                                            GreetingCase{14, "下午好"}, GreetingCase{18, "下午好"},
                                            GreetingCase{19, "晚上好"}, GreetingCase{23, "晚上好"}));
 
-TEST(PhaseLooks, SymbolAndTintFollowThePhase) {
-    EXPECT_EQ(phaseSymbol(SessionPhase::focusing), "leaf.fill");
-    EXPECT_EQ(phaseSymbol(SessionPhase::paused), "pause.circle.fill");
-    EXPECT_EQ(phaseSymbol(SessionPhase::microBreak), "sparkles");
-    EXPECT_EQ(phaseSymbol(SessionPhase::idle), "circle.dotted");
-    EXPECT_EQ(phaseSymbol(SessionPhase::completed), "circle.dotted");
-    EXPECT_EQ(phaseTint(SessionPhase::paused), "amber");
-    EXPECT_EQ(phaseTint(SessionPhase::microBreak), "blue");
-    EXPECT_EQ(phaseTint(SessionPhase::focusing), "mint");
-    EXPECT_EQ(phaseTint(SessionPhase::completed), "mint");
-}
-
 TEST(RingProgress, IsFullWithoutARoundAndNeverBelowTheFloor) {
     EXPECT_DOUBLE_EQ(ringProgress(false, false, 10, 100, 0.01, 1.0), 1.0);
     EXPECT_DOUBLE_EQ(ringProgress(true, false, 0, 1500, 0.01, 1.0), 0.01);

@@ -17,8 +17,8 @@ class SingleInstance : public QObject {
     Q_OBJECT
 
 public:
-    /// `key` names the socket, which lives in the session's runtime folder; without one, in
-    /// the temporary folder with the user name added, so users do not meet each other.
+    /// `key` names the socket, which lives in the session's runtime folder; without one, in a
+    /// 0700 folder of the user's own under the cache home. A peer of another user is refused.
     explicit SingleInstance(const QString& key, QObject* parent = nullptr);
     ~SingleInstance() override;
 

@@ -31,6 +31,7 @@ constexpr std::array kTable{
     SymbolEntry{"sun.max.fill", 0xe430, "wb_sunny", false},
     SymbolEntry{"moon.stars.fill", 0xea46, "nights_stay", false},
     SymbolEntry{"checkmark.circle.fill", 0xe86c, "check_circle", false},
+    SymbolEntry{"exclamationmark.triangle.fill", 0xe002, "warning", false},
     SymbolEntry{"sparkles", 0xe65f, "auto_awesome", false},
     SymbolEntry{"waveform", 0xe1b8, "graphic_eq", false},
     // focus screen

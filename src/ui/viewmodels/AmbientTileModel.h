@@ -1,6 +1,6 @@
 #pragma once
 
-#include "audio/AmbientSound.h"
+#include "model/AmbientSound.h"
 
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>

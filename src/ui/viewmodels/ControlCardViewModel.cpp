@@ -20,7 +20,7 @@ void ControlCardViewModel::refreshAll() {
 }
 
 void ControlCardViewModel::refreshLock() {
-    if (assign(m_locked, store() && store()->isSessionActive()))
+    if (assign(m_locked, store() && store()->isRoundDesignLocked()))
         Q_EMIT lockChanged();
 }
 
@@ -62,6 +62,18 @@ int ControlCardViewModel::selectedDuration() const {
     return int(settings().selectedDurationMinutes);
 }
 
+int ControlCardViewModel::reminderMinimum() const {
+    return int(settings().reminderMinimumMinutes);
+}
+
+int ControlCardViewModel::reminderMaximum() const {
+    return int(settings().reminderMaximumMinutes);
+}
+
+int ControlCardViewModel::reminderMaximumFloor() const {
+    return int(settings().reminderMaximumFloor());
+}
+
 QVariantList ControlCardViewModel::durationChoices() {
     return {30, 60, 90};
 }
@@ -85,7 +97,10 @@ QString ControlCardViewModel::musicLineText() const {
         return QStringLiteral("可在设置中开启结束音乐");
     if (s.effectiveMusicService() == MusicService::netEase)
         return QStringLiteral("结束后播放网易云音乐");
-    return QStringLiteral("结束后随机播放 Apple Music");
+    const QString name = displayName(MusicService::appleMusic);
+    // A Latin name is set off by a space; a Chinese one runs on.
+    return QStringLiteral("结束后随机播放") +
+           (name.front().unicode() < 0x80 ? QStringLiteral(" ") : QString()) + name;
 }
 
 QString ControlCardViewModel::musicLineSymbol() const {
@@ -124,11 +139,18 @@ void ControlCardViewModel::chooseTask(int index) {
 }
 
 void ControlCardViewModel::chooseDuration(int minutes) {
-    if (!store() || m_locked)
-        return;
-    AppSettings updated = store()->settings();
-    updated.selectedDurationMinutes = minutes;
-    store()->setSettings(updated);
+    editSettings([minutes](AppSettings& s) { s.selectedDurationMinutes = minutes; },
+                 AppStore::EditTime::betweenRounds);
+}
+
+void ControlCardViewModel::chooseReminderMinimum(int minutes) {
+    editSettings([minutes](AppSettings& s) { s.reminderMinimumMinutes = minutes; },
+                 AppStore::EditTime::betweenRounds);
+}
+
+void ControlCardViewModel::chooseReminderMaximum(int minutes) {
+    editSettings([minutes](AppSettings& s) { s.reminderMaximumMinutes = minutes; },
+                 AppStore::EditTime::betweenRounds);
 }
 
 void ControlCardViewModel::setEnergy(int level) {

@@ -28,6 +28,10 @@ class ControlCardViewModel : public StoreViewModel {
     Q_PROPERTY(QString durationLabel READ durationLabel NOTIFY settingsDerivedChanged)
     /// The selected length in minutes.
     Q_PROPERTY(int selectedDuration READ selectedDuration NOTIFY settingsDerivedChanged)
+    /// Earliest and latest reminder, minutes; the latest stepper starts at the floor.
+    Q_PROPERTY(int reminderMinimum READ reminderMinimum NOTIFY settingsDerivedChanged)
+    Q_PROPERTY(int reminderMaximum READ reminderMaximum NOTIFY settingsDerivedChanged)
+    Q_PROPERTY(int reminderMaximumFloor READ reminderMaximumFloor NOTIFY settingsDerivedChanged)
     /// The chip values: 30, 60, 90.
     Q_PROPERTY(QVariantList durationChoices READ durationChoices CONSTANT)
     /// "min–max 分钟" of the reminder range.
@@ -63,6 +67,9 @@ public:
     int taskIndex() const;
     QString durationLabel() const;
     int selectedDuration() const;
+    int reminderMinimum() const;
+    int reminderMaximum() const;
+    int reminderMaximumFloor() const;
     static QVariantList durationChoices();
     QString reminderRangeLabel() const;
     int energyLevel() const;
@@ -79,7 +86,10 @@ public:
 
     /// Chooses `taskOptions[index]`; index 0 (and anything out of range) means no task.
     Q_INVOKABLE void chooseTask(int index);
+    /// The card's length and reminder edits, held while a round runs; the store repairs them.
     Q_INVOKABLE void chooseDuration(int minutes);
+    Q_INVOKABLE void chooseReminderMinimum(int minutes);
+    Q_INVOKABLE void chooseReminderMaximum(int minutes);
     Q_INVOKABLE void setEnergy(int level);
     Q_INVOKABLE void toggleTaskCreator();
     /// Adds the typed task; on success clears the text and closes the row. A refusal leaves

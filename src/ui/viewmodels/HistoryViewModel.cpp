@@ -1,6 +1,7 @@
 #include "HistoryViewModel.h"
 
 #include "insights/NumberText.h"
+#include "insights/Statistics.h"
 
 namespace quill {
 
@@ -17,13 +18,8 @@ void HistoryViewModel::refreshAll() {
     const QList<StudySession>& sessions = store() ? store()->sessions() : none;
     m_list.setSessions(sessions);
 
-    qint64 minutes = 0;
-    qint64 ratings = 0;
-    for (const StudySession& s : sessions) {
-        minutes += s.roundedMinutes();
-        ratings += s.focusRating;
-    }
-    const double average = sessions.isEmpty() ? 0.0 : double(ratings) / double(sessions.size());
+    const qint64 minutes = Statistics::totalMinutes(sessions);
+    const double average = Statistics::averageFocusRating(sessions);
     bool changed = assign(m_empty, sessions.isEmpty());
     changed |= assign(m_countText, QString::number(sessions.size()));
     changed |= assign(m_minutesText, QString::number(minutes));

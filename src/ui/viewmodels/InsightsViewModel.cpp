@@ -124,13 +124,10 @@ void InsightsViewModel::refreshAll() {
 }
 
 void InsightsViewModel::adoptRecommendation() {
-    AppStore* s = store();
-    if (!s)
+    if (!store())
         return;
-    AppSettings updated = s->settings();
-    updated.selectedDurationMinutes = s->recommendedMinutes();
-    s->setSettings(updated);
-    s->setSelectedSection(AppSection::focus);
+    store()->adoptRecommendedLength();
+    store()->setSelectedSection(AppSection::focus);
 }
 
 } // namespace quill

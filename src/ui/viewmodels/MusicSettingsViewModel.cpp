@@ -1,6 +1,5 @@
 #include "MusicSettingsViewModel.h"
 
-#include "SettingsEdit.h"
 #include "model/TextRules.h"
 
 namespace quill {
@@ -45,7 +44,7 @@ bool MusicSettingsViewModel::autoPlay() const {
 }
 
 void MusicSettingsViewModel::setAutoPlay(bool on) {
-    editRepairedSettings(store(), [on](AppSettings& s) { s.autoPlayMusic = on; });
+    editSettings([on](AppSettings& s) { s.autoPlayMusic = on; });
 }
 
 QString MusicSettingsViewModel::autoPlayTitle() const {
@@ -62,12 +61,7 @@ bool MusicSettingsViewModel::netEase() const {
 }
 
 QStringList MusicSettingsViewModel::serviceOptions() {
-#ifdef Q_OS_MACOS
-    return {rawValue(MusicService::appleMusic), rawValue(MusicService::netEase)};
-#else
-    // The stored raw value stays "Apple Music"; here it drives the desktop's own player.
-    return {QStringLiteral("本机音乐播放器"), rawValue(MusicService::netEase)};
-#endif
+    return {displayName(MusicService::appleMusic), displayName(MusicService::netEase)};
 }
 
 int MusicSettingsViewModel::serviceIndex() const {
@@ -78,7 +72,7 @@ void MusicSettingsViewModel::setServiceIndex(int index) {
     if (index != 0 && index != 1)
         return;
     const MusicService chosen = index == 1 ? MusicService::netEase : MusicService::appleMusic;
-    editRepairedSettings(store(), [chosen](AppSettings& s) { s.musicService = chosen; });
+    editSettings([chosen](AppSettings& s) { s.musicService = chosen; });
 }
 
 QStringList MusicSettingsViewModel::sourceOptions() {
@@ -93,7 +87,7 @@ void MusicSettingsViewModel::setSourceIndex(int index) {
     if (index != 0 && index != 1)
         return;
     const MusicSource chosen = index == 1 ? MusicSource::playlist : MusicSource::library;
-    editRepairedSettings(store(), [chosen](AppSettings& s) { s.musicSource = chosen; });
+    editSettings([chosen](AppSettings& s) { s.musicSource = chosen; });
 }
 
 bool MusicSettingsViewModel::playlistShown() const {
@@ -107,7 +101,7 @@ QString MusicSettingsViewModel::playlistName() const {
 void MusicSettingsViewModel::setPlaylistName(const QString& name) {
     if (name == playlistName())
         return;
-    editRepairedSettings(store(), [&name](AppSettings& s) { s.playlistName = name; });
+    editSettings([&name](AppSettings& s) { s.playlistName = name; });
 }
 
 QString MusicSettingsViewModel::playlistCaption() {

@@ -1,7 +1,5 @@
 #include "SettingsViewModel.h"
 
-#include "SettingsEdit.h"
-
 #include <algorithm>
 
 namespace quill {
@@ -33,8 +31,7 @@ int SettingsViewModel::reminderMinimum() const {
 
 void SettingsViewModel::setReminderMinimum(int minutes) {
     // The repair raises the latest time along with it when the earliest passes it.
-    editRepairedSettings(store(),
-                         [minutes](AppSettings& s) { s.reminderMinimumMinutes = minutes; });
+    editSettings([minutes](AppSettings& s) { s.reminderMinimumMinutes = minutes; });
 }
 
 int SettingsViewModel::reminderMaximum() const {
@@ -42,12 +39,11 @@ int SettingsViewModel::reminderMaximum() const {
 }
 
 void SettingsViewModel::setReminderMaximum(int minutes) {
-    editRepairedSettings(store(),
-                         [minutes](AppSettings& s) { s.reminderMaximumMinutes = minutes; });
+    editSettings([minutes](AppSettings& s) { s.reminderMaximumMinutes = minutes; });
 }
 
 int SettingsViewModel::reminderMaximumFrom() const {
-    return std::max(reminderMinimum(), 1);
+    return int(current().reminderMaximumFloor());
 }
 
 int SettingsViewModel::microBreakSeconds() const {
@@ -55,7 +51,7 @@ int SettingsViewModel::microBreakSeconds() const {
 }
 
 void SettingsViewModel::setMicroBreakSeconds(int seconds) {
-    editRepairedSettings(store(), [seconds](AppSettings& s) { s.microBreakSeconds = seconds; });
+    editSettings([seconds](AppSettings& s) { s.microBreakSeconds = seconds; });
 }
 
 QString SettingsViewModel::reminderMinimumText() const {
@@ -82,7 +78,7 @@ void SettingsViewModel::setReminderSoundIndex(int index) {
     const QStringList options = reminderSoundOptions();
     if (index < 0 || index >= options.size())
         return;
-    editRepairedSettings(store(), [&](AppSettings& s) { s.reminderSound = options.at(index); });
+    editSettings([&](AppSettings& s) { s.reminderSound = options.at(index); });
 }
 
 bool SettingsViewModel::showNextReminder() const {
@@ -90,7 +86,7 @@ bool SettingsViewModel::showNextReminder() const {
 }
 
 void SettingsViewModel::setShowNextReminder(bool show) {
-    editRepairedSettings(store(), [show](AppSettings& s) { s.showNextReminder = show; });
+    editSettings([show](AppSettings& s) { s.showNextReminder = show; });
 }
 
 int SettingsViewModel::selectedDuration() const {
@@ -98,17 +94,14 @@ int SettingsViewModel::selectedDuration() const {
 }
 
 void SettingsViewModel::setSelectedDuration(int minutes) {
-    editRepairedSettings(store(),
-                         [minutes](AppSettings& s) { s.selectedDurationMinutes = minutes; });
+    editSettings([minutes](AppSettings& s) { s.selectedDurationMinutes = minutes; });
 }
 
 void SettingsViewModel::commitDurationText(const QString& text) {
     bool ok = false;
     const qlonglong minutes = text.trimmed().toLongLong(&ok);
     if (ok)
-        editRepairedSettings(store(), [minutes](AppSettings& s) {
-            s.selectedDurationMinutes = std::clamp<qint64>(minutes, 1, 1440);
-        });
+        editSettings([minutes](AppSettings& s) { s.selectedDurationMinutes = minutes; });
     else
         Q_EMIT changed();
 }
@@ -125,7 +118,7 @@ void SettingsViewModel::setCompletionSoundIndex(int index) {
     const QStringList options = completionSoundOptions();
     if (index < 0 || index >= options.size())
         return;
-    editRepairedSettings(store(), [&](AppSettings& s) { s.completionSound = options.at(index); });
+    editSettings([&](AppSettings& s) { s.completionSound = options.at(index); });
 }
 
 bool SettingsViewModel::floatingTimerOnMinimize() const {
@@ -133,7 +126,7 @@ bool SettingsViewModel::floatingTimerOnMinimize() const {
 }
 
 void SettingsViewModel::setFloatingTimerOnMinimize(bool on) {
-    editRepairedSettings(store(), [on](AppSettings& s) { s.floatingTimerOnMinimize = on; });
+    editSettings([on](AppSettings& s) { s.floatingTimerOnMinimize = on; });
 }
 
 bool SettingsViewModel::floatingSignalButtons() const {
@@ -141,7 +134,7 @@ bool SettingsViewModel::floatingSignalButtons() const {
 }
 
 void SettingsViewModel::setFloatingSignalButtons(bool on) {
-    editRepairedSettings(store(), [on](AppSettings& s) { s.floatingSignalButtons = on; });
+    editSettings([on](AppSettings& s) { s.floatingSignalButtons = on; });
 }
 
 QString SettingsViewModel::dataSubtitle() {

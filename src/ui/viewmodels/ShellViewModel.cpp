@@ -1,5 +1,7 @@
 #include "ShellViewModel.h"
 
+#include <QDir>
+#include <QGuiApplication>
 #include <QVariantMap>
 
 namespace quill {
@@ -31,6 +33,7 @@ void ShellViewModel::connectStore(AppStore* s) {
     connect(s, &AppStore::toastMessageChanged, this, &ShellViewModel::refreshToast);
     connect(s, &AppStore::showSessionEndDialogChanged, this, &ShellViewModel::refreshOverlays);
     connect(s, &AppStore::showCompletionSheetChanged, this, &ShellViewModel::refreshOverlays);
+    connect(s, &AppStore::phaseChanged, this, &ShellViewModel::refreshOverlays);
 }
 
 void ShellViewModel::refreshAll() {
@@ -91,8 +94,10 @@ void ShellViewModel::refreshToast() {
     const QString message = store() ? store()->toastMessageText() : QString();
     bool changed = assign(m_toastVisible, !message.isEmpty());
     // The text stays while the toast leaves, so it does not go blank mid-fade.
-    if (!message.isEmpty())
+    if (!message.isEmpty()) {
         changed |= assign(m_toastText, message);
+        changed |= assign(m_toastWarning, store()->toastIsWarning());
+    }
     if (changed)
         Q_EMIT toastChanged();
 }
@@ -100,6 +105,10 @@ void ShellViewModel::refreshToast() {
 void ShellViewModel::refreshOverlays() {
     bool changed = assign(m_endDialogVisible, store() && store()->showSessionEndDialog());
     changed |= assign(m_reviewVisible, store() && store()->showCompletionSheet());
+    changed |= assign(m_reviewPending, store() && store()->isReviewPending());
+    // The question has nothing left to ask once the round is over (saved or abandoned).
+    if (m_quitConfirmVisible && !roundUnderWay())
+        changed |= assign(m_quitConfirmVisible, false);
     if (changed)
         Q_EMIT overlaysChanged();
 }
@@ -118,6 +127,45 @@ QString ShellViewModel::appearanceTint() const {
 
 QString ShellViewModel::traySymbol() const {
     return m_sessionActive ? QStringLiteral("leaf.fill") : QStringLiteral("leaf");
+}
+
+QString ShellViewModel::quitCancelTitle() const {
+    return m_reviewPending ? QStringLiteral("返回复盘") : QStringLiteral("继续专注");
+}
+
+bool ShellViewModel::roundUnderWay() const {
+    return store() && (store()->isSessionActive() || store()->isReviewPending());
+}
+
+ShellViewModel::CloseAction ShellViewModel::closeAction(bool trayHost) const {
+    if (trayHost)
+        return HideWindow;
+    return roundUnderWay() ? MinimiseWindow : QuitApp;
+}
+
+void ShellViewModel::requestQuit() {
+    if (!roundUnderWay()) {
+        if (!holdQuit())
+            Q_EMIT quitApproved();
+        return;
+    }
+    if (assign(m_quitConfirmVisible, true))
+        Q_EMIT overlaysChanged();
+    Q_EMIT windowWanted();
+}
+
+void ShellViewModel::confirmQuit() {
+    if (assign(m_quitConfirmVisible, false))
+        Q_EMIT overlaysChanged();
+    if (store())
+        store()->abandonSession();
+    if (!holdQuit())
+        Q_EMIT quitApproved();
+}
+
+void ShellViewModel::cancelQuit() {
+    if (assign(m_quitConfirmVisible, false))
+        Q_EMIT overlaysChanged();
 }
 
 void ShellViewModel::selectSection(int index) {
@@ -145,6 +193,39 @@ void ShellViewModel::abandonRound() {
         return;
     store()->setShowSessionEndDialog(false);
     store()->abandonSession();
+}
+
+bool ShellViewModel::closingQuits() {
+    return QGuiApplication::quitOnLastWindowClosed();
+}
+
+bool ShellViewModel::holdQuit() {
+    if (m_quitConfirmed || !store() || !store()->lastSaveFailed())
+        return false;
+    const AppStore::FinalSave last = store()->saveBeforeQuit();
+    if (last.saved)
+        return false;
+    QString text = QStringLiteral("无法保存专注记录：") + last.error +
+                   QStringLiteral("。现在退出，上次成功保存之后的记录都会丢失。");
+    if (!last.copyPath.isEmpty())
+        text += QStringLiteral("已另存一份副本：") + QDir::toNativeSeparators(last.copyPath);
+    m_quitWarningText = text;
+    m_quitWarningVisible = true;
+    Q_EMIT quitWarningChanged();
+    Q_EMIT windowWanted(); // the question is asked in the main window
+    return true;
+}
+
+void ShellViewModel::quitAnyway() {
+    m_quitConfirmed = true;
+    m_quitWarningVisible = false;
+    Q_EMIT quitWarningChanged();
+    Q_EMIT quitApproved();
+}
+
+void ShellViewModel::keepRunning() {
+    m_quitWarningVisible = false;
+    Q_EMIT quitWarningChanged();
 }
 
 } // namespace quill

@@ -37,14 +37,30 @@ class ShellViewModel : public StoreViewModel {
     Q_PROPERTY(bool toastVisible READ toastVisible NOTIFY toastChanged)
     /// The toast's text; keeps the last message while the toast fades out.
     Q_PROPERTY(QString toastText READ toastText NOTIFY toastChanged)
+    /// The toast reports a failure: a warning symbol instead of the check mark.
+    Q_PROPERTY(bool toastWarning READ toastWarning NOTIFY toastChanged)
     /// The round-end dialog is shown.
     Q_PROPERTY(bool endDialogVisible READ endDialogVisible NOTIFY overlaysChanged)
     /// The review sheet is shown.
     Q_PROPERTY(bool reviewVisible READ reviewVisible NOTIFY overlaysChanged)
+    /// The question before quitting during a round or while a review waits is shown.
+    Q_PROPERTY(bool quitConfirmVisible READ quitConfirmVisible NOTIFY overlaysChanged)
+    /// Its cancel choice: "继续专注" during a round, "返回复盘" while a review waits.
+    Q_PROPERTY(QString quitCancelTitle READ quitCancelTitle NOTIFY overlaysChanged)
     /// The tray icon's symbol: "leaf.fill" during a round, else "leaf".
     Q_PROPERTY(QString traySymbol READ traySymbol NOTIFY activeChanged)
+    /// Closing the main window quits the app (no tray keeps it running).
+    Q_PROPERTY(bool closingQuits READ closingQuits CONSTANT)
+    /// Quitting waits for the user: the last save failed and so did one more try.
+    Q_PROPERTY(bool quitWarningVisible READ quitWarningVisible NOTIFY quitWarningChanged)
+    /// What is lost by quitting now, and where a copy went.
+    Q_PROPERTY(QString quitWarningText READ quitWarningText NOTIFY quitWarningChanged)
 
 public:
+    /// What closing the main window does.
+    enum CloseAction { HideWindow, MinimiseWindow, QuitApp };
+    Q_ENUM(CloseAction)
+
     explicit ShellViewModel(QObject* parent = nullptr);
 
     static QVariantList sections();
@@ -60,9 +76,15 @@ public:
     QString appearanceTint() const;
     bool toastVisible() const { return m_toastVisible; }
     QString toastText() const { return m_toastText; }
+    bool toastWarning() const { return m_toastWarning; }
     bool endDialogVisible() const { return m_endDialogVisible; }
     bool reviewVisible() const { return m_reviewVisible; }
     QString traySymbol() const;
+    static bool closingQuits();
+    bool quitWarningVisible() const { return m_quitWarningVisible; }
+    QString quitWarningText() const { return m_quitWarningText; }
+    bool quitConfirmVisible() const { return m_quitConfirmVisible; }
+    QString quitCancelTitle() const;
 
     Q_INVOKABLE void selectSection(int index);
     Q_INVOKABLE void toggleAppearance();
@@ -72,6 +94,23 @@ public:
     Q_INVOKABLE void reviewRound();
     /// The end dialog's abandon choice.
     Q_INVOKABLE void abandonRound();
+    /// The app is about to quit: when the last save failed, saves once more; true when that
+    /// failed too, so the quit is held and the warning shown until the user decides.
+    Q_INVOKABLE bool holdQuit();
+    /// The warning's choices.
+    Q_INVOKABLE void quitAnyway();
+    Q_INVOKABLE void keepRunning();
+
+    /// Closing the window never ends a round: with a tray host the window hides (the tray
+    /// brings it back); without one it minimises while a round or its review is under way, and
+    /// only an idle app quits.
+    Q_INVOKABLE quill::ShellViewModel::CloseAction closeAction(bool trayHost) const;
+    /// Ctrl+Q and the tray's "退出": quits at once when idle, else asks first.
+    Q_INVOKABLE void requestQuit();
+    /// The question's confirm choice: the round is abandoned and the app quits.
+    Q_INVOKABLE void confirmQuit();
+    /// The question's cancel choice, also its scrim and Escape.
+    Q_INVOKABLE void cancelQuit();
 
 Q_SIGNALS:
     void sectionChanged();
@@ -80,6 +119,11 @@ Q_SIGNALS:
     void appearanceChanged();
     void toastChanged();
     void overlaysChanged();
+    void quitWarningChanged();
+    /// The app may quit now.
+    void quitApproved();
+    /// The main window must come to the front (the quit question is shown in it).
+    void windowWanted();
 
 protected:
     void connectStore(AppStore* store) override;
@@ -92,6 +136,8 @@ private:
     void refreshAppearance();
     void refreshToast();
     void refreshOverlays();
+    /// A round runs or a finished one waits for its review.
+    bool roundUnderWay() const;
 
     int m_selectedIndex = 0;
     bool m_sessionActive = false;
@@ -99,8 +145,14 @@ private:
     bool m_dark = true;
     bool m_toastVisible = false;
     QString m_toastText;
+    bool m_toastWarning = false;
     bool m_endDialogVisible = false;
     bool m_reviewVisible = false;
+    bool m_quitWarningVisible = false;
+    bool m_quitConfirmed = false;
+    QString m_quitWarningText;
+    bool m_reviewPending = false;
+    bool m_quitConfirmVisible = false;
 };
 
 } // namespace quill

@@ -32,6 +32,13 @@ protected:
     /// Recomputes every derived value (also with no store, to fall back to empty values).
     virtual void refreshAll() {}
 
+    /// Edits the settings through the store's one command; false without a store or when the
+    /// store refuses the edit.
+    bool editSettings(const std::function<void(AppSettings&)>& edit,
+                      AppStore::EditTime when = AppStore::EditTime::anyTime) const {
+        return store() && store()->editSettings(edit, when);
+    }
+
     /// Assigns and reports whether the value changed.
     template <class T> static bool assign(T& field, const T& value) {
         if (field == value)

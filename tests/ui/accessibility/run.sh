@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
 # Starts the real app on a virtual X server with the desktop accessibility bus and lets
-# screen_reader.py read it the way a screen reader does. Usage: run.sh <quillmere binary>
+# screen_reader.py read it the way a screen reader does; before that, the window crawl (every
+# state pressed through the same accessible interfaces) runs on the same bridge.
+# Usage: run.sh <quillmere binary> [<window crawl test binary>]
 set -euo pipefail
 app=$1
+crawl=${2:-}
 here=$(cd "$(dirname "$0")" && pwd)
 work=$(mktemp -d)
 pids=()
@@ -16,9 +19,11 @@ trap cleanup EXIT
 # A display of its own: Xvfb picks a free number and reports it. Other tests start X
 # servers the same way at the same moment, and once the reported display did not take a
 # connection, so a server is only used after a client got through, else it is replaced.
+# -noreset: the probe is the server's only client, and the reset after it leaves refused the
+# next client now and then.
 start_display() {
   : >"$work/display"
-  Xvfb -displayfd 3 -screen 0 1400x900x24 -nolisten tcp 3>"$work/display" >>"$work/xvfb.log" 2>&1 &
+  Xvfb -displayfd 3 -screen 0 1400x900x24 -nolisten tcp -noreset 3>"$work/display" >>"$work/xvfb.log" 2>&1 &
   xvfb_pid=$!
   pids+=("$xvfb_pid")
   for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
@@ -36,9 +41,25 @@ for attempt in 1 2 3; do
   [ "$attempt" -lt 3 ] || exit 1
 done
 
-# A private session bus, and the accessibility bus launched on it.
-eval "$(dbus-launch --sh-syntax)"
-pids+=("$DBUS_SESSION_BUS_PID")
+# A private session bus that lists no service folder, so nothing the desktop installed (a
+# notification server, a player) starts on it; the accessibility bus is launched on it.
+cat >"$work/bus.conf" <<EOF
+<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:dir=$work</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+EOF
+dbus-daemon --config-file="$work/bus.conf" --fork --print-address=1 --print-pid=1 >"$work/bus"
+export DBUS_SESSION_BUS_ADDRESS=$(sed -n 1p "$work/bus")
+pids+=("$(sed -n 2p "$work/bus")")
 /usr/libexec/at-spi-bus-launcher --launch-immediately >"$work/atspi.log" 2>&1 &
 pids+=($!)
 
@@ -50,14 +71,20 @@ chmod 700 "$XDG_RUNTIME_DIR"
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_ACCESSIBILITY=1 QT_QPA_PLATFORM=xcb
 export SDL_AUDIODRIVER=dummy LC_ALL=C.UTF-8 NO_AT_BRIDGE=0
 
+status=0
+if [ -n "$crawl" ]; then
+  "$crawl" || status=$?
+fi
+
 "$app" >"$work/app.log" 2>&1 &
 app_pid=$!
 pids+=("$app_pid")
 
-status=0
 # Debian's own Python, where python3-pyatspi lives.
-/usr/bin/python3 "$here/screen_reader.py" || status=$?
-if [ "$status" -ne 0 ]; then
+reader=0
+/usr/bin/python3 "$here/screen_reader.py" || reader=$?
+[ "$reader" -eq 0 ] || status=$reader
+if [ "$reader" -ne 0 ]; then
   echo "--- app log"; tail -n 30 "$work/app.log"
 fi
 exit "$status"
