@@ -84,9 +84,11 @@ void KWinWindowRule::load(QDBusConnection bus, const QString& path) {
             qCWarning(lcUi) << "KWin did not load the window rule:" << id.error().message();
             return;
         }
-        bus.asyncCall(QDBusMessage::createMethodCall(
-            kService, QLatin1Char('/') + QString::number(id.value()),
-            QStringLiteral("org.kde.kwin.Script"), QStringLiteral("run")));
+        // Starts every loaded script not yet running. (KWin numbers a script by how many
+        // are loaded, so right after an unload the new one's own path can still belong to
+        // the old one.)
+        bus.asyncCall(QDBusMessage::createMethodCall(kService, QStringLiteral("/Scripting"),
+                                                     kScripting, QStringLiteral("start")));
     });
 }
 
