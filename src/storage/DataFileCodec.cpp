@@ -226,10 +226,24 @@ void writeSettings(JsonWriter& w, const AppSettings& s) {
 }
 } // namespace
 
-QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessions) {
+QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessions,
+                  const SyncLedger& ledger) {
     // About 2 KB per session with its events; one allocation covers a typical history.
-    JsonWriter w(1024 + sessions.size() * 2048);
+    JsonWriter w(1024 + sessions.size() * 2048 + ledger.deletedSessions.size() * 128);
     w.beginObject();
+    if (!ledger.deletedSessions.isEmpty()) {
+        w.key("deletedSessions");
+        w.beginArray();
+        for (auto it = ledger.deletedSessions.cbegin(); it != ledger.deletedSessions.cend(); ++it) {
+            w.beginObject();
+            w.key("deletedAt");
+            writeDate(w, it.value());
+            w.key("id");
+            writeUuid(w, it.key());
+            w.endObject();
+        }
+        w.endArray();
+    }
     w.key("sessions");
     w.beginArray();
     for (const StudySession& s : sessions)
@@ -237,6 +251,10 @@ QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessio
     w.endArray();
     w.key("settings");
     writeSettings(w, settings);
+    if (ledger.settingsChangedAt) {
+        w.key("settingsChangedAt");
+        writeDate(w, *ledger.settingsChangedAt);
+    }
     w.endObject();
     return w.take();
 }

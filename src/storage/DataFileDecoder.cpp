@@ -253,6 +253,27 @@ AppSettings readSettings(JsonReader& r) {
     required.requireAll(10);
     return s;
 }
+// Deleted sessions as {"deletedAt", "id"} objects; an id listed twice keeps its later date.
+void readDeletions(JsonReader& r, SyncLedger& ledger) {
+    Cursor c;
+    r.beginArray(c);
+    while (r.nextElement(c)) {
+        std::optional<QUuid> id;
+        std::optional<QDateTime> date;
+        Cursor ec;
+        QByteArrayView key;
+        r.beginObject(ec);
+        while (r.nextMember(ec, key)) {
+            if (key == "id")
+                id = readUuid(r);
+            else if (key == "deletedAt")
+                date = readDate(r);
+            else
+                r.skipValue();
+        }
+        ledger.recordDeletion(orReject(id), orReject(date));
+    }
+}
 } // namespace
 
 std::optional<PersistedData> decode(const QByteArray& bytes) {
@@ -275,6 +296,11 @@ std::optional<PersistedData> decode(const QByteArray& bytes) {
                 while (r.nextElement(sc))
                     data.sessions.append(readSession(r));
                 haveSessions = true;
+            } else if (key == "deletedSessions") {
+                data.ledger.deletedSessions.clear();
+                readDeletions(r, data.ledger);
+            } else if (key == "settingsChangedAt") {
+                data.ledger.settingsChangedAt = SyncLedger::stamp(readDate(r));
             } else {
                 r.skipValue();
             }

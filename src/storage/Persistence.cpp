@@ -30,6 +30,7 @@ LoadResult load(const QString& directory) {
         result.unreadableFileExists = true;
         return result;
     }
+    result.stamp = FileStamp::ofDescriptor(file.handle());
     if (auto decoded = DataFileCodec::decode(file.readAll()))
         result.data = std::move(*decoded);
     else
@@ -37,7 +38,8 @@ LoadResult load(const QString& directory) {
     return result;
 }
 
-bool writeAtomically(const QString& path, const QByteArray& bytes, QString* error) {
+bool writeAtomically(const QString& path, const QByteArray& bytes, QString* error,
+                     FileStamp* writtenStamp) {
     QSaveFile file(path);
     // Each step is checked on its own: a failed flush leaves QSaveFile's later error text
     // empty, and its commit can report success after a buffered write hit a full disk.
@@ -52,10 +54,15 @@ bool writeAtomically(const QString& path, const QByteArray& bytes, QString* erro
         file.cancelWriting();
         return false;
     }
+    // Taken before the rename, which alters only the change time: whatever stamp the path
+    // shows later is someone else's file if it differs from this.
+    const FileStamp stamp = FileStamp::ofDescriptor(file.handle());
     if (!file.commit() || file.error() != QFileDevice::NoError) {
         *error = file.errorString();
         return false;
     }
+    if (writtenStamp)
+        *writtenStamp = stamp;
     return true;
 }
 
@@ -80,12 +87,16 @@ bool makeDirectory(const QString& directory, QString* error) {
 
 bool save(const QString& directory, const AppSettings& settings,
           const QList<StudySession>& sessions, QString* error) {
+    return save(directory, PersistedData{settings, sessions, {}}, error);
+}
+
+bool save(const QString& directory, const PersistedData& data, QString* error, FileStamp* written) {
     QString description;
     if (directory.isEmpty()) {
         description = QStringLiteral("no data location is available");
     } else if (makeDirectory(directory, &description) &&
-               writeAtomically(dataFilePath(directory), DataFileCodec::encode(settings, sessions),
-                               &description)) {
+               writeAtomically(dataFilePath(directory), DataFileCodec::encode(data), &description,
+                               written)) {
         return true;
     }
     qCWarning(lcStorage).noquote() << "Quillmere save failed: " + description;
