@@ -2,9 +2,11 @@
 
 #include "insights/Statistics.h"
 #include "storage/CsvExport.h"
+#include "storage/DataMerge.h"
 #include "storage/Persistence.h"
 #include "store/ThreadWorkQueue.h"
 
+#include <QFileInfo>
 #include <QTimeZone>
 #include <algorithm>
 #include <cmath>
@@ -16,6 +18,8 @@ using namespace std::chrono_literals;
 namespace {
 constexpr auto kTickPeriod = 250ms;
 constexpr auto kSaveDebounce = 250ms;
+// A sync tool's write is a burst of changes in the folder; the merge waits for it to end.
+constexpr auto kRefreshDebounce = 500ms;
 constexpr auto kToastDuration = 3000ms;
 
 qint64 roundUp(double seconds) {
@@ -35,7 +39,9 @@ AppStore::AppStore(Services services, QObject* parent)
     Persistence::removeStaleTemporaries(directory);
     const Persistence::LoadResult loaded = Persistence::load(directory);
     m_workQueue = m_services.work ? m_services.work : std::make_shared<ThreadWorkQueue>();
-    m_saver = std::make_unique<DataFileSaver>(m_workQueue, loaded.unreadableFileExists);
+    m_saver = std::make_unique<DataFileSaver>(m_workQueue, loaded.unreadableFileExists, loaded.data,
+                                              loaded.stamp);
+    m_ledger = loaded.data.ledger;
     m_lastSuspendedMs = m_services.clock->suspendedMs();
     m_settings = loaded.data.settings;
     QList<StudySession> sorted = loaded.data.sessions;
@@ -49,10 +55,19 @@ AppStore::AppStore(Services services, QObject* parent)
     updateAmbientLevels();
     normalizeSettings();
     m_timer = m_services.scheduler->every(kTickPeriod, [this] { tick(); });
+    if (m_services.folderWatcher) {
+        m_folderWatch = m_services.folderWatcher->watch(
+            directory, QFileInfo(Persistence::dataFilePath(directory)).fileName(), [this] {
+                m_refreshDebounce =
+                    m_services.scheduler->after(kRefreshDebounce, [this] { refreshFromFile(); });
+            });
+    }
 }
 
 AppStore::~AppStore() {
     *m_alive = false;
+    m_folderWatch.reset();
+    m_refreshDebounce.reset();
     // The latest state reaches the disk before the application goes: a settings change
     // still waiting out its debounce is written now.
     if (m_saveDebounce && m_saveDebounce->isActive()) {
@@ -104,6 +119,8 @@ void AppStore::setSelectedSection(AppSection section) {
 }
 
 void AppStore::setSettings(const AppSettings& settings) {
+    if (!(settings == m_settings))
+        m_ledger.settingsChangedAt = SyncLedger::stamp(now());
     m_settings = settings;
     Q_EMIT settingsChanged();
     updateAmbientLevels();
@@ -189,14 +206,39 @@ void AppStore::onSettingsSettled() {
 
 void AppStore::saveNow() {
     // Serialising and writing happen on the work queue; the lists are shared, not copied.
-    m_saver->save(m_services.dataLocation->directory(), m_settings, m_sessions, now(),
+    m_saver->save(m_services.dataLocation->directory(), persistedData(), now(), m_mergesTakenIn,
                   [this, alive = std::weak_ptr<bool>(m_alive)](const auto& outcome) {
                       if (auto a = alive.lock(); a && *a)
                           onSaveFinished(outcome);
                   });
 }
 
+void AppStore::refreshFromFile() {
+    m_saver->refresh(m_services.dataLocation->directory(), persistedData(), now(), m_mergesTakenIn,
+                     [this, alive = std::weak_ptr<bool>(m_alive)](const auto& outcome) {
+                         if (auto a = alive.lock(); a && *a)
+                             onSaveFinished(outcome);
+                     });
+}
+
+void AppStore::adoptMerged(const DataFileSaver::Outcome& outcome) {
+    const PersistedData result =
+        DataMerge::adopt(*outcome.sent, persistedData(), *outcome.merged, now());
+    m_mergesTakenIn = outcome.mergeNumber;
+    m_ledger = result.ledger;
+    if (!(result.settings == m_settings)) {
+        m_settings = result.settings;
+        Q_EMIT settingsChanged();
+        updateAmbientLevels();
+        normalizeSettings();
+    }
+    if (result.sessions != m_sessions)
+        setSessions(result.sessions);
+}
+
 void AppStore::onSaveFinished(const DataFileSaver::Outcome& outcome) {
+    if (outcome.merged)
+        adoptMerged(outcome);
     if (outcome.saved) {
         m_saveFailureShown = false;
         return;

@@ -4,18 +4,31 @@
 
 namespace quill {
 
-DataFileSaver::DataFileSaver(std::shared_ptr<WorkQueue> queue, bool keepUnreadableFirst)
-    : m_queue(std::move(queue)), m_shared(std::make_shared<Shared>()) {
+DataFileSaver::DataFileSaver(std::shared_ptr<WorkQueue> queue, bool keepUnreadableFirst,
+                             PersistedData loaded, FileStamp stamp)
+    : m_queue(std::move(queue)),
+      m_shared(std::make_shared<Shared>(DataFileSync(std::move(loaded), stamp))) {
     m_shared->keepUnreadable = keepUnreadableFirst;
 }
 
-void DataFileSaver::save(const QString& directory, const AppSettings& settings,
-                         const QList<StudySession>& sessions, const QDateTime& now, Done done) {
+void DataFileSaver::save(const QString& directory, const PersistedData& data, const QDateTime& now,
+                         int takenIn, Done done) {
+    hand(Snapshot{directory, data, now, takenIn, true}, std::move(done));
+}
+
+void DataFileSaver::refresh(const QString& directory, const PersistedData& data,
+                            const QDateTime& now, int takenIn, Done done) {
+    hand(Snapshot{directory, data, now, takenIn, false}, std::move(done));
+}
+
+void DataFileSaver::hand(Snapshot snapshot, Done done) {
     bool jobQueued;
     {
         std::lock_guard lock(m_shared->mutex);
         jobQueued = m_shared->waiting.has_value();
-        m_shared->waiting = Snapshot{directory, settings, sessions, now};
+        if (jobQueued && m_shared->waiting->writeAlways)
+            snapshot.writeAlways = true; // a refresh never cancels a save still waiting
+        m_shared->waiting = std::move(snapshot);
     }
     if (jobQueued)
         return; // the job already queued picks up this newer snapshot
@@ -39,16 +52,19 @@ DataFileSaver::Outcome DataFileSaver::write(Shared& shared) {
     }
     Outcome outcome;
     if (!snapshot)
-        return Outcome{true, {}};
+        return Outcome{true, {}, {}, {}, 0};
     // A file we could not read is the user's data too: set it aside before replacing it.
-    if (shared.keepUnreadable) {
+    if (shared.keepUnreadable && snapshot->writeAlways) {
         if (!Persistence::preserveUnreadable(snapshot->directory, snapshot->now, &outcome.error))
             return outcome;
         shared.keepUnreadable = false;
     }
-    outcome.saved = Persistence::save(snapshot->directory, snapshot->settings, snapshot->sessions,
-                                      &outcome.error);
-    return outcome;
+    const Snapshot& s = *snapshot;
+    DataFileSync::Result result = s.writeAlways
+                                      ? shared.sync.save(s.directory, s.data, s.now, s.takenIn)
+                                      : shared.sync.refresh(s.directory, s.data, s.now, s.takenIn);
+    return Outcome{result.saved, std::move(result.error), std::move(result.sent),
+                   std::move(result.merged), result.mergeNumber};
 }
 
 } // namespace quill

@@ -4,6 +4,7 @@
 #include "store/Clock.h"
 #include "store/DataLocation.h"
 #include "store/FileChooser.h"
+#include "store/FolderWatcher.h"
 #include "store/MusicPlayer.h"
 #include "store/RandomSource.h"
 #include "store/Scheduler.h"
@@ -26,6 +27,8 @@ struct Services {
     std::shared_ptr<MusicPlayer> music;
     /// Where the data file is serialised and written; a worker thread when not given.
     std::shared_ptr<WorkQueue> work;
+    /// Tells when another writer changed the data file; nothing is watched when not given.
+    std::shared_ptr<FolderWatcher> folderWatcher;
 };
 
 } // namespace quill
