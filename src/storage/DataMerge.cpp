@@ -17,12 +17,16 @@ Index indexById(const QList<StudySession>& sessions) {
     return index;
 }
 
-// A side that changed its settings without dating the change (an older writer, a hand edit)
-// is taken to have changed them when the change was seen.
+// When a side's settings took their value. A side that changed them without dating the change
+// (an older writer, a hand edit) is taken to have changed them when the change was seen; a
+// dated side keeps its date even when older than the base's: a copy that had not yet seen the
+// newer settings wrote its own older ones, which is no change.
 QDateTime changeDate(const PersistedData& side, const PersistedData& base, const QDateTime& now) {
     const auto& date = side.ledger.settingsChangedAt;
     const auto& before = base.ledger.settingsChangedAt;
-    if (date && (!before || *before < *date))
+    if (side.settings == base.settings)
+        return date.value_or(before.value_or(QDateTime::fromSecsSinceEpoch(0, Qt::UTC)));
+    if (date && date != before)
         return *date;
     return SyncLedger::stamp(now);
 }
@@ -41,10 +45,11 @@ void mergeSettings(const PersistedData& base, const PersistedData& ours,
         return;
     }
     const QDateTime theirsAt = changeDate(theirs, base, now);
+    const QDateTime oursAt = changeDate(ours, base, now);
     // On a tie the file's side wins, so that both copies settle on the same settings.
-    const bool theirsWin = !oursChanged || changeDate(ours, base, now) <= theirsAt;
+    const bool theirsWin = oursAt <= theirsAt;
     out.settings = theirsWin ? theirs.settings : ours.settings;
-    out.ledger.settingsChangedAt = theirsWin ? theirsAt : changeDate(ours, base, now);
+    out.ledger.settingsChangedAt = std::max(oursAt, theirsAt);
 }
 } // namespace
 
@@ -59,9 +64,12 @@ PersistedData merge(const PersistedData& base, const PersistedData& ours,
          it != theirs.ledger.deletedSessions.cend(); ++it)
         ledger.recordDeletion(it.key(), it.value());
     const Index theirsById = indexById(theirs.sessions);
-    // Gone from the file since this app last saw it: deleted by the other writer, even one
-    // that keeps no ledger (a clear there, a hand edit).
-    for (const StudySession& s : base.sessions)
+    // A writer that keeps the ledger records what it deletes; what its file lacks otherwise it
+    // has not seen yet (a copy that was offline, a sync tool's conflict resolution picking the
+    // other version). A writer that keeps none (an older version) deletes by leaving out.
+    const bool theirsKeepLedger =
+        theirs.ledger.settingsChangedAt.has_value() || !theirs.ledger.deletedSessions.isEmpty();
+    for (const StudySession& s : theirsKeepLedger ? QList<StudySession>{} : base.sessions)
         if (!theirsById.contains(s.id) && !ledger.deletedSessions.contains(s.id))
             ledger.recordDeletion(s.id, now);
 

@@ -7,11 +7,11 @@ namespace quill::DataMerge {
 /// Merges a data file that another writer changed into the app's own data, by session id.
 /// `base` is the file as this app last read or wrote it, `ours` the app's data now, `theirs`
 /// the file now. Sessions from either side are kept unless deleted on either side: a deletion
-/// is known from either ledger, or from a session that was in `base` and is gone from
-/// `theirs`. A session missing from `ours` alone is never taken as deleted (the app records
-/// its own deletions; its data may simply not have caught up with `base` yet). Settings come
-/// from the side that changed them, or from the one changed last when both did. The result
-/// is sorted newest first and forgets deletions older than the ledger keeps them.
+/// is known from either ledger, or, when `theirs` keeps no ledger at all, from a session that
+/// was in `base` and is gone from `theirs`. Otherwise a session missing from one side is one
+/// that side has not seen yet. Settings come from the side whose settings are newer by the
+/// ledger's dates. The result is sorted newest first and forgets deletions older than the
+/// ledger keeps them.
 PersistedData merge(const PersistedData& base, const PersistedData& ours,
                     const PersistedData& theirs, const QDateTime& now);
 

@@ -42,6 +42,11 @@ AppStore::AppStore(Services services, QObject* parent)
     m_saver = std::make_unique<DataFileSaver>(m_workQueue, loaded.unreadableFileExists, loaded.data,
                                               loaded.stamp);
     m_ledger = loaded.data.ledger;
+    // Settings of unknown age are older than any dated change. Writing the date at all tells
+    // other copies that this writer records its deletions, so that a session its file lacks
+    // is one it has not seen rather than one it deleted.
+    if (!m_ledger.settingsChangedAt)
+        m_ledger.settingsChangedAt = QDateTime::fromSecsSinceEpoch(0, Qt::UTC);
     m_lastSuspendedMs = m_services.clock->suspendedMs();
     m_settings = loaded.data.settings;
     QList<StudySession> sorted = loaded.data.sessions;

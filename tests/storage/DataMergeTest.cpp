@@ -29,6 +29,7 @@ public:
     QByteArray bytes = DataFileCodec::encode(PersistedData{});
     quint64 version = 1;
     QList<QByteArray> keptAside;
+    QList<QByteArray> versions; ///< every version a copy wrote
 
     FileStamp stamp(const QString&) override { return FileStamp{true, 0, version, 0, 0}; }
     Persistence::LoadResult load(const QString& directory) override {
@@ -47,6 +48,7 @@ public:
     bool save(const QString& directory, const PersistedData& data, QString*,
               FileStamp* written) override {
         bytes = DataFileCodec::encode(data);
+        versions << bytes;
         ++version;
         *written = stamp(directory);
         return true;
@@ -56,8 +58,9 @@ public:
 // One copy of the app: the store's data, and its saver remembering the file. A merged result
 // reaches the store later, after whatever the store did in between.
 struct Copy {
-    explicit Copy(std::shared_ptr<MemoryFile> file)
-        : sync(PersistedData{}, file->stamp({}), file) {}
+    explicit Copy(std::shared_ptr<MemoryFile> file) : sync(PersistedData{}, file->stamp({}), file) {
+        state.ledger.settingsChangedAt = QDateTime::fromSecsSinceEpoch(0, Qt::UTC); // as the store
+    }
     PersistedData state;
     DataFileSync sync;
     int takenIn = 0;
@@ -71,7 +74,7 @@ public:
     void step() {
         m_now = m_now.addSecs(1 + pick(120)); // whole seconds apart: no two changes tie
         Copy& copy = m_copies[pick(2)];
-        switch (pick(8)) {
+        switch (pick(9)) {
         case 0:
         case 1:
             add(copy);
@@ -94,6 +97,9 @@ public:
             break;
         case 7:
             takeIn(copy, pick(2) == 0);
+            break;
+        case 8:
+            restoreOlderVersion();
             break;
         }
     }
@@ -149,6 +155,13 @@ private:
         copy.state.settings.selectedDurationMinutes = 1 + pick(90);
         copy.state.ledger.settingsChangedAt = SyncLedger::stamp(m_now);
         lastSettings = copy.state.settings;
+    }
+    // A sync tool resolving a conflict by keeping the other computer's older version.
+    void restoreOlderVersion() {
+        if (m_file->versions.isEmpty())
+            return;
+        m_file->bytes = m_file->versions.at(pick(int(m_file->versions.size())));
+        ++m_file->version;
     }
     void keep(Copy& copy, DataFileSync::Result result) {
         if (result.merged)
@@ -219,6 +232,10 @@ TEST_F(MergeCaseTest, AWriterThatKeepsNoLedgerDeletesByLeavingSessionsOut) {
 
     // A session only the app's data lacks is not a deletion: the app records its own.
     EXPECT_EQ(DataMerge::merge(base, PersistedData{}, base, now).sessions, base.sessions);
+    // Nor one missing from a file whose writer keeps the ledger: it had not seen it yet.
+    PersistedData offline{{}, {c, b}, {}};
+    offline.ledger.settingsChangedAt = utc(2026, 10, 1, 0, 0);
+    EXPECT_EQ(DataMerge::merge(base, base, offline, now).sessions, (QList<StudySession>{c, b, a}));
 }
 
 TEST_F(MergeCaseTest, SessionChangedOnOneSideKeepsThatChange) {
