@@ -60,11 +60,8 @@ DataFileSaver::Outcome DataFileSaver::write(Shared& shared) {
         shared.keepUnreadable = false;
     }
     const Snapshot& s = *snapshot;
-    DataFileSync::Result result = s.writeAlways
-                                      ? shared.sync.save(s.directory, s.data, s.now, s.takenIn)
-                                      : shared.sync.refresh(s.directory, s.data, s.now, s.takenIn);
-    return Outcome{result.saved, std::move(result.error), std::move(result.sent),
-                   std::move(result.merged), result.mergeNumber};
+    return s.writeAlways ? shared.sync.save(s.directory, s.data, s.now, s.takenIn)
+                         : shared.sync.refresh(s.directory, s.data, s.now, s.takenIn);
 }
 
 } // namespace quill

@@ -18,13 +18,8 @@ namespace quill {
 /// in the file meanwhile is merged in first, and the merged data comes back with the outcome.
 class DataFileSaver {
 public:
-    struct Outcome {
-        bool saved = false;
-        QString error; ///< the system's description when not saved
-        /// Set when an outside change was merged in; see DataFileSync::Result.
-        std::optional<PersistedData> sent, merged;
-        int mergeNumber = 0;
-    };
+    /// Whether it was saved, and what an outside change merged in made of the data.
+    using Outcome = DataFileSync::Result;
     using Done = std::function<void(const Outcome&)>;
 
     /// `keepUnreadableFirst`: a file that could not be read is set aside before the first write.
