@@ -4,6 +4,7 @@
 #include "ui/shell/AppIdentity.h"
 #include "ui/shell/DesktopNotifier.h"
 #include "ui/shell/DesktopServices.h"
+#include "ui/shell/PlatformChoice.h"
 #include "ui/shell/RoundEndNotice.h"
 #include "ui/shell/SingleInstance.h"
 #include "ui/shell/UiRuntime.h"
@@ -13,6 +14,7 @@
 #include <QSystemTrayIcon>
 
 int main(int argc, char** argv) {
+    quill::choosePlatformForDesktop();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quillmere"));
     QApplication::setOrganizationName(QStringLiteral("Quillmere"));

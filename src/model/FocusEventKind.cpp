@@ -23,9 +23,9 @@ QString rawValue(FocusEventKind kind) {
     return {};
 }
 
-std::optional<FocusEventKind> focusEventKindFromRaw(const QString& raw) {
+std::optional<FocusEventKind> focusEventKindFromRaw(QAnyStringView raw) {
     for (const auto& e : kEntries)
-        if (raw == QLatin1String(e.raw))
+        if (QAnyStringView::equal(raw, QLatin1StringView(e.raw)))
             return e.kind;
     return std::nullopt;
 }

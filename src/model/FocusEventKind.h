@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAnyStringView>
 #include <QString>
 #include <optional>
 
@@ -10,6 +11,6 @@ enum class FocusEventKind { reminder, mindWander, fatigue, pause, resume };
 
 QString rawValue(FocusEventKind kind);
 /// Exactly the five raw strings, case-sensitive; anything else gives no value.
-std::optional<FocusEventKind> focusEventKindFromRaw(const QString& raw);
+std::optional<FocusEventKind> focusEventKindFromRaw(QAnyStringView raw);
 
 } // namespace quill

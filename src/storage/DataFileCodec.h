@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QLatin1StringView>
 #include <optional>
 
 namespace quill::DataFileCodec {
@@ -21,6 +22,10 @@ std::optional<PersistedData> decode(const QByteArray& bytes);
 
 /// "2026-03-05T08:30:00Z": UTC, whole seconds.
 QByteArray formatDate(const QDateTime& date);
+constexpr qsizetype kDateLength = 20;
+/// The same text into `out`, without going through the calendar classes: saving writes three
+/// dates per session and two per event.
+QLatin1StringView formatDateInto(const QDateTime& date, char (&out)[kDateLength]);
 /// Internet date-time with "Z" or a numeric offset; fractional seconds are refused.
 std::optional<QDateTime> parseDate(QByteArrayView utf8);
 std::optional<QDateTime> parseDate(const QString& text);

@@ -20,15 +20,9 @@ constexpr auto kTickPeriod = 250ms;
 constexpr auto kSaveDebounce = 250ms;
 // A sync tool's write is a burst of changes in the folder; the merge waits for it to end.
 constexpr auto kRefreshDebounce = 500ms;
-constexpr auto kToastDuration = 3000ms;
 
 qint64 roundUp(double seconds) {
     return static_cast<qint64>(std::ceil(seconds));
-}
-
-// NaN and negative spans count as nothing left.
-double clampedLeft(double seconds) {
-    return (std::isnan(seconds) || seconds < 0) ? 0.0 : seconds;
 }
 } // namespace
 
@@ -97,14 +91,6 @@ void AppStore::waitForSaves() {
 
 qint64 AppStore::monotonicMs() const {
     return m_services.clock->monotonicMs();
-}
-
-double AppStore::secondsUntil(qint64 monotonicDeadline) const {
-    return static_cast<double>(monotonicDeadline - monotonicMs()) / 1000.0;
-}
-
-qint64 AppStore::monotonicAfter(double seconds) const {
-    return monotonicMs() + static_cast<qint64>(std::llround(seconds * 1000));
 }
 
 QDateTime AppStore::dateInRound() const {
@@ -272,8 +258,7 @@ void AppStore::updateAmbientLevels() {
 // ---------------------------------------------------------------- the round
 
 double AppStore::updateFocusCounters() {
-    const double left =
-        clampedLeft(m_focusEndDate ? secondsUntil(*m_focusEndDate) : m_pausedRemaining);
+    const double left = m_clock.focusLeft(monotonicMs());
     setRemainingSeconds(roundUp(left));
     setFocusedElapsedSeconds(std::max<qint64>(m_plannedSeconds - m_remainingSeconds, 0));
     return left;
@@ -313,8 +298,7 @@ void AppStore::tick() {
 
     switch (m_phase) {
     case SessionPhase::microBreak: {
-        const double left =
-            clampedLeft(m_microBreakEndDate ? secondsUntil(*m_microBreakEndDate) : 0);
+        const double left = m_clock.breakLeft(monotonicMs());
         setBreakRemainingSeconds(roundUp(left));
         if (left <= 0)
             resumeAfterMicroBreak();
@@ -324,7 +308,7 @@ void AppStore::tick() {
         const double left = updateFocusCounters();
         if (left <= 0)
             finishSession(true);
-        else if (m_nextReminderDate && monotonicMs() >= *m_nextReminderDate)
+        else if (m_clock.reminderDue(monotonicMs()))
             beginMicroBreak();
         break;
     }
@@ -361,9 +345,7 @@ void AppStore::startSession(std::optional<qint64> minutesArgument) {
     m_plannedSeconds = minutes * 60;
     setRemainingSeconds(m_plannedSeconds);
     setFocusedElapsedSeconds(0);
-    m_pausedRemaining = static_cast<double>(m_plannedSeconds);
-    m_focusEndDate = m_roundStartMonotonicMs + m_plannedSeconds * 1000;
-    m_microBreakEndDate.reset();
+    m_clock.start(m_roundStartMonotonicMs, m_plannedSeconds);
     m_pendingCompleted = false;
     setPhase(SessionPhase::focusing);
     scheduleNextReminder();
@@ -376,30 +358,22 @@ void AppStore::startSession(std::optional<qint64> minutesArgument) {
 void AppStore::scheduleNextReminder() {
     const qint64 lower = std::max<qint64>(m_settings.reminderMinimumMinutes * 60, 1);
     const qint64 upper = std::max<qint64>(m_settings.reminderMaximumMinutes * 60, lower);
-    const qint64 delay = m_services.random->between(lower, upper);
-    if (delay < static_cast<qint64>(m_pausedRemaining))
-        m_nextReminderDate = monotonicMs() + delay * 1000;
-    else
-        m_nextReminderDate.reset();
+    m_clock.scheduleReminder(monotonicMs(), m_services.random->between(lower, upper));
 }
 
 void AppStore::beginMicroBreak() {
-    m_pausedRemaining = clampedLeft(m_focusEndDate ? secondsUntil(*m_focusEndDate)
-                                                   : static_cast<double>(m_remainingSeconds));
-    m_focusEndDate.reset();
-    m_nextReminderDate.reset();
+    m_clock.pause(monotonicMs(), static_cast<double>(m_remainingSeconds));
     const qint64 breakSeconds = m_settings.microBreakSeconds;
     setBreakRemainingSeconds(breakSeconds);
-    m_microBreakEndDate = monotonicMs() + breakSeconds * 1000;
+    m_clock.startBreak(monotonicMs(), breakSeconds);
     appendEvent(FocusEventKind::reminder);
     setPhase(SessionPhase::microBreak);
     playSound(m_settings.reminderSound);
 }
 
 void AppStore::resumeAfterMicroBreak() {
-    m_microBreakEndDate.reset();
+    m_clock.resume(monotonicMs());
     setBreakRemainingSeconds(0);
-    m_focusEndDate = monotonicAfter(m_pausedRemaining);
     setPhase(SessionPhase::focusing);
     scheduleNextReminder();
 }
@@ -411,17 +385,14 @@ void AppStore::skipMicroBreak() {
 
 void AppStore::togglePause() {
     if (m_phase == SessionPhase::paused) {
-        m_focusEndDate = monotonicAfter(m_pausedRemaining);
+        m_clock.resume(monotonicMs());
         appendEvent(FocusEventKind::resume);
         setPhase(SessionPhase::focusing);
         scheduleNextReminder();
         if (m_settings.effectiveAmbientFollowsFocus())
             playAmbient();
     } else if (m_phase == SessionPhase::focusing) {
-        m_pausedRemaining = clampedLeft(m_focusEndDate ? secondsUntil(*m_focusEndDate)
-                                                       : static_cast<double>(m_remainingSeconds));
-        m_focusEndDate.reset();
-        m_nextReminderDate.reset();
+        m_clock.pause(monotonicMs(), static_cast<double>(m_remainingSeconds));
         appendEvent(FocusEventKind::pause);
         setPhase(SessionPhase::paused);
         if (m_settings.effectiveAmbientFollowsFocus())
@@ -453,9 +424,10 @@ void AppStore::recordFatigue() {
 }
 
 QString AppStore::nextReminderDescription() const {
-    if (m_phase != SessionPhase::focusing || !m_nextReminderDate)
+    const std::optional<qint64> left = m_clock.secondsToReminder(monotonicMs());
+    if (m_phase != SessionPhase::focusing || !left)
         return QStringLiteral("—");
-    const qint64 s = std::max<qint64>((*m_nextReminderDate - monotonicMs()) / 1000, 0);
+    const qint64 s = *left;
     return QString::asprintf("%02lld:%02lld", static_cast<long long>(s / 60),
                              static_cast<long long>(s % 60));
 }
@@ -463,15 +435,10 @@ QString AppStore::nextReminderDescription() const {
 // ---------------------------------------------------------------- ending a round
 
 void AppStore::finishSession(bool completed) {
-    if (m_phase == SessionPhase::focusing) {
-        const double left = clampedLeft(m_focusEndDate ? secondsUntil(*m_focusEndDate) : 0);
-        setRemainingSeconds(roundUp(left));
-        setFocusedElapsedSeconds(std::max<qint64>(m_plannedSeconds - m_remainingSeconds, 0));
-    }
+    if (m_phase == SessionPhase::focusing)
+        updateFocusCounters();
     m_pendingCompleted = completed;
-    m_focusEndDate.reset();
-    m_nextReminderDate.reset();
-    m_microBreakEndDate.reset();
+    m_clock.clear();
     setPhase(SessionPhase::completed);
     setShowSessionEndDialog(false);
     playSound(m_settings.completionSound);
@@ -529,10 +496,7 @@ void AppStore::saveCompletion(qint64 focusRating, qint64 endEnergy, const QStrin
 void AppStore::abandonSession() {
     if (!isSessionActive() && m_phase != SessionPhase::completed && !m_draft)
         return;
-    m_focusEndDate.reset();
-    m_microBreakEndDate.reset();
-    m_nextReminderDate.reset();
-    m_pausedRemaining = 0;
+    m_clock.clear();
     m_plannedSeconds = 0;
     setRemainingSeconds(0);
     setBreakRemainingSeconds(0);

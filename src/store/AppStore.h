@@ -7,6 +7,7 @@
 #include "model/StudySession.h"
 #include "store/DataFileSaver.h"
 #include "store/LocalTimeCache.h"
+#include "store/RoundClock.h"
 #include "store/Services.h"
 
 #include <QList>
@@ -81,6 +82,8 @@ public:
     AppSection selectedSection() const { return m_selectedSection; }
     void setSelectedSection(AppSection section);
     const AppSettings& settings() const { return m_settings; }
+    /// The main thread's timers, for the windows' own delayed calls.
+    const std::shared_ptr<Scheduler>& scheduler() const { return m_services.scheduler; }
     /// The one assignment path for settings: notifies, feeds the ambient levels, debounces the
     /// write.
     void setSettings(const AppSettings& settings);
@@ -130,14 +133,11 @@ public:
     // --- commands ---
     std::optional<QString> selectedTaskName() const;
     void selectTask(const std::optional<QString>& name);
-    Q_INVOKABLE void selectTaskNamed(const QString& name) { selectTask(name); }
-    Q_INVOKABLE void clearTaskSelection() { selectTask(std::nullopt); }
     Q_INVOKABLE bool addTask(const QString& name);
     Q_INVOKABLE void removeTask(const QString& name);
     Q_INVOKABLE void toggleAppearance();
     Q_INVOKABLE void clearHistory();
     void removeSession(const StudySession& session);
-    Q_INVOKABLE void removeSessionWithId(const QString& id);
     Q_INVOKABLE void exportSessions();
     Q_INVOKABLE void toast(const QString& message);
     Q_INVOKABLE void playSound(const QString& name);
@@ -151,9 +151,6 @@ public:
     Q_INVOKABLE void prepareAmbientPlayback();
     /// The same for starting or resuming a round: readies the sound it will start, if any.
     void prepareRoundStart();
-    Q_INVOKABLE void toggleAmbientSoundNamed(const QString& raw);
-    Q_INVOKABLE void setAmbientVolumeNamed(double volume, const QString& raw);
-    Q_INVOKABLE bool isAmbientSelectedNamed(const QString& raw) const;
     Q_INVOKABLE void testMusic();
 
     // --- statistics, recomputed on every read ---
@@ -162,8 +159,6 @@ public:
     qint64 todayMinutes() const;
     qint64 todayWanderCount() const;
     qint64 streakDays() const;
-    QList<DaySummary> weeklySummaries() const;
-    QList<TaskSummary> taskSummaries() const;
     qint64 attentionCapacityMinutes() const;
     qint64 recommendedMinutes() const;
     Q_INVOKABLE qint64 taskSessionCount(const QString& name) const;
@@ -208,8 +203,6 @@ private:
     void adoptMerged(const DataFileSaver::Outcome& outcome);
     void updateAmbientLevels();
     qint64 monotonicMs() const;
-    double secondsUntil(qint64 monotonicDeadline) const;
-    qint64 monotonicAfter(double seconds) const;
     /// Wall-clock time for a date stored with the round, never before the round's start even
     /// when the wall clock was set back during it.
     QDateTime dateInRound() const;
@@ -251,13 +244,9 @@ private:
     std::optional<QString> m_toastMessage;
     bool m_isAmbientPlaying = false;
 
-    // Deadlines on the monotonic clock, in milliseconds.
-    std::optional<qint64> m_focusEndDate;
-    std::optional<qint64> m_microBreakEndDate;
-    std::optional<qint64> m_nextReminderDate;
+    RoundClock m_clock;
     qint64 m_roundStartMonotonicMs = 0;
     qint64 m_lastSuspendedMs = 0;
-    double m_pausedRemaining = 0;
     qint64 m_plannedSeconds = 0;
     std::optional<SessionDraft> m_draft;
     bool m_pendingCompleted = false;

@@ -15,6 +15,8 @@ namespace quill {
 using namespace std::chrono_literals;
 
 namespace {
+constexpr auto kToastDuration = 3000ms;
+
 bool containsExactly(const QList<QString>& list, const QString& name) {
     return std::any_of(list.begin(), list.end(),
                        [&](const QString& entry) { return text::canonicallyEqual(entry, name); });
@@ -106,14 +108,6 @@ void AppStore::removeSession(const StudySession& session) {
     saveNow();
 }
 
-void AppStore::removeSessionWithId(const QString& id) {
-    StudySession probe;
-    probe.id = QUuid::fromString(id);
-    if (probe.id.isNull())
-        return;
-    removeSession(probe);
-}
-
 void AppStore::exportSessions() {
     const bool written = CsvExport::exportSessions(m_sessions, *m_services.fileChooser);
     toast(written ? QStringLiteral("CSV 已导出。") : QStringLiteral("没有导出文件。"));
@@ -123,7 +117,7 @@ void AppStore::toast(const QString& message) {
     setToastMessage(message);
     // Drop the handles of checks that already ran so the list stays short.
     std::erase_if(m_toastChecks, [](const auto& handle) { return !handle->isActive(); });
-    m_toastChecks.push_back(m_services.scheduler->after(3000ms, [this, message] {
+    m_toastChecks.push_back(m_services.scheduler->after(kToastDuration, [this, message] {
         if (m_toastMessage && *m_toastMessage == message)
             setToastMessage(std::nullopt);
     }));
@@ -214,21 +208,6 @@ bool AppStore::isAmbientSelected(AmbientSound sound) const {
     return m_settings.selectedAmbientSounds().contains(sound);
 }
 
-void AppStore::toggleAmbientSoundNamed(const QString& raw) {
-    if (auto sound = ambientSoundFromRaw(raw))
-        toggleAmbientSound(*sound);
-}
-
-void AppStore::setAmbientVolumeNamed(double volume, const QString& raw) {
-    if (auto sound = ambientSoundFromRaw(raw))
-        setAmbientVolume(volume, *sound);
-}
-
-bool AppStore::isAmbientSelectedNamed(const QString& raw) const {
-    const auto sound = ambientSoundFromRaw(raw);
-    return sound && isAmbientSelected(*sound);
-}
-
 // ---------------------------------------------------------------- music
 
 void AppStore::testMusic() {
@@ -258,12 +237,6 @@ qint64 AppStore::todayWanderCount() const {
 }
 qint64 AppStore::streakDays() const {
     return Statistics::streakDays(m_sessions, now());
-}
-QList<DaySummary> AppStore::weeklySummaries() const {
-    return Statistics::weeklySummaries(m_sessions, now());
-}
-QList<TaskSummary> AppStore::taskSummaries() const {
-    return Statistics::taskSummaries(m_sessions);
 }
 qint64 AppStore::attentionCapacityMinutes() const {
     return Statistics::attentionCapacityMinutes(m_sessions);

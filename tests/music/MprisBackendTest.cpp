@@ -7,6 +7,7 @@
 #include "audio/music/MprisPlayerRequest.h"
 #include "audio/music/MusicController.h"
 #include "audio/music/MusicServices.h"
+#include "ui/viewmodels/MusicPlayerProbe.h"
 
 #include <QSemaphore>
 #include <QThreadPool>
@@ -212,6 +213,25 @@ TEST_F(MprisBackendTest, NeitherNetEaseNorBrowsersNorVideoPlayersAreTheDesktopsM
     EXPECT_EQ(m_musicLauncher->launches, 1) << "it looked for one to start";
     for (const auto* p : {&netEase, &browser, &video})
         EXPECT_TRUE(commandsOf(*p).isEmpty());
+}
+
+TEST_F(MprisBackendTest, TheSettingsCardNamesOnlyThePlayerTheRequestWouldDrive) {
+    const QString address = m_bus.address(), client = m_clientName;
+    const auto probe = createMusicPlayerProbe(
+        [address, client] { return QDBusConnection::connectToBus(address, client); }, m_scheduler);
+    auto named = [&](MusicService service) {
+        std::optional<QString> found;
+        probe->find(service, [&](const QString& player) { found = player; });
+        EXPECT_TRUE(waitUntil([&] { return found.has_value(); }));
+        return found.value_or(u"(no answer)"_qs);
+    };
+    addPlayer(u"firefox.instance_1_2"_qs, false, u"Firefox"_qs).playbackStatus = u"Playing"_qs;
+    EXPECT_EQ(named(MusicService::appleMusic), QString()) << "a browser is never driven";
+    EXPECT_EQ(named(MusicService::netEase), QString());
+    addPlayer(u"rhythmbox"_qs, false, u"Rhythmbox"_qs);
+    addPlayer(u"netease-cloud-music"_qs);
+    EXPECT_EQ(named(MusicService::appleMusic), u"Rhythmbox"_qs);
+    EXPECT_EQ(named(MusicService::netEase), u"netease-cloud-music"_qs);
 }
 
 TEST_F(MprisBackendTest, NoMusicPlayerRunningStartsTheDesktopsOneAndPlaysOnItOnceItIsOnTheBus) {

@@ -1,11 +1,25 @@
 #include "PrivateBus.h"
 
+#include <QFile>
+
 namespace quill::test {
 
 PrivateBus::PrivateBus() {
+    // The standard session configuration without its service folders.
+    const QString config = m_dir.filePath(QStringLiteral("bus.conf"));
+    QFile file(config);
+    if (!file.open(QIODevice::WriteOnly)) {
+        m_error = QStringLiteral("no place for the bus configuration");
+        return;
+    }
+    file.write("<busconfig><type>session</type><listen>unix:dir=" + m_dir.path().toUtf8() +
+               "</listen><auth>EXTERNAL</auth><policy context=\"default\"><allow "
+               "send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow "
+               "own=\"*\"/></policy></busconfig>\n");
+    file.close();
     m_daemon.setProgram(QStringLiteral("dbus-daemon"));
-    m_daemon.setArguments({QStringLiteral("--session"), QStringLiteral("--print-address"),
-                           QStringLiteral("--nofork")});
+    m_daemon.setArguments({QStringLiteral("--config-file=") + config,
+                           QStringLiteral("--print-address"), QStringLiteral("--nofork")});
     m_daemon.setProcessChannelMode(QProcess::SeparateChannels);
     m_daemon.start();
     if (!m_daemon.waitForStarted()) {

@@ -2,11 +2,14 @@
 
 #include <QProcess>
 #include <QString>
+#include <QTemporaryDir>
 
 namespace quill::test {
 
 /// A session bus of the test's own: a dbus-daemon started for it and killed with it, so
-/// the tests need no desktop session and see no player of the machine's.
+/// the tests need no desktop session and see no player of the machine's. It lists no
+/// service folders, so nothing installed on the machine (a notification server of Plasma
+/// or GNOME, a player) is started on demand.
 class PrivateBus {
 public:
     PrivateBus();
@@ -19,6 +22,7 @@ public:
     QString error() const { return m_error; }
 
 private:
+    QTemporaryDir m_dir;
     QProcess m_daemon;
     QString m_address;
     QString m_error;

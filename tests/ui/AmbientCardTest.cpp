@@ -19,7 +19,7 @@ protected:
         ui.settle();
     }
     bool selected(const char* raw) {
-        return ui.store().isAmbientSelectedNamed(QString::fromLatin1(raw));
+        return ui.store().isAmbientSelected(*ambientSoundFromRaw(QString::fromLatin1(raw)));
     }
     void dragAcross(const QString& name) {
         QQuickItem* slider = ui.item(name);

@@ -34,4 +34,25 @@ TEST(PanelPlacementTest, WithoutAScreenItStillGivesAPosition) {
     EXPECT_EQ(panelPosition(QPoint(500, 10), kPanel, QRect()), QPoint(365, 18));
 }
 
+TEST(PanelPlacementTest, ItHangsFromTheIconThenTheTrustedPointerThenTheTraysCorner) {
+    TrayClick click{QRect(1800, 0, 24, 24), QPoint(5, 5), kScreen, QRect(0, 24, 1920, 1056)};
+    EXPECT_EQ(trayAnchor(click), QPoint(1811, 23)) << "below an icon in a top panel";
+    click.icon = QRect(1800, 1050, 24, 24);
+    EXPECT_EQ(trayAnchor(click), QPoint(1811, 1050)) << "above one in a bottom panel";
+    click.icon = QRect();
+    EXPECT_EQ(trayAnchor(click), QPoint(5, 5));
+
+    // No icon and no pointer to trust (Wayland, XWayland): the side the desktop's panel
+    // takes from the screen, else the desktop's habit.
+    click.cursor.reset();
+    EXPECT_EQ(trayAnchor(click), QPoint(1919, 24));
+    click.available = QRect(0, 0, 1920, 1040);
+    EXPECT_EQ(trayAnchor(click), QPoint(1919, 1039));
+    click.available = kScreen;
+    click.desktopTrayAtTop = false;
+    EXPECT_EQ(trayAnchor(click), QPoint(1919, 1079));
+    EXPECT_EQ(panelPosition(trayAnchor(click), kPanel, kScreen),
+              QPoint(1920 - 270, 1079 - 8 - 240));
+}
+
 } // namespace

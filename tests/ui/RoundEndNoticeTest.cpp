@@ -1,4 +1,5 @@
 #include "ui/shell/RoundEndNotice.h"
+#include "FakeNotificationServer.h"
 #include "ViewModelFixture.h"
 #include "music/EventLoopWait.h"
 #include "music/PrivateBus.h"
@@ -8,35 +9,12 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+#include <QTest>
 #include <QWindow>
+#include <private/qwindow_p.h>
 #include <vector>
 
 namespace quill::test {
-
-/// Stands in for the desktop's notification server on the test's own bus.
-class FakeNotificationServer : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
-
-public:
-    struct Shown {
-        uint replaces;
-        QString icon, summary, body;
-        QStringList actions;
-        QVariantMap hints;
-    };
-    std::vector<Shown> shown;
-    std::vector<uint> closed;
-
-public Q_SLOTS:
-    uint Notify(const QString&, uint replaces, const QString& icon, const QString& summary,
-                const QString& body, const QStringList& actions, const QVariantMap& hints, int) {
-        shown.push_back({replaces, icon, summary, body, actions, hints});
-        return uint(100 + shown.size());
-    }
-    void CloseNotification(uint id) { closed.push_back(id); }
-    QStringList GetCapabilities() { return {QStringLiteral("actions"), QStringLiteral("body")}; }
-};
 
 namespace {
 
@@ -137,6 +115,20 @@ TEST_F(RoundEndNoticeTest, OnlyAWindowOutOfSightIsTold) {
     ASSERT_TRUE(waitUntil([&] { return window.isVisible(); }));
 }
 
+TEST_F(RoundEndNoticeTest, OnWaylandAWindowTheCompositorStoppedShowingCountsAsMinimised) {
+    // The watch Wayland gets: a shown window that lost its exposure is minimised.
+    notice.reset();
+    delete window.findChild<MinimisedWatch*>();
+    new MinimisedWatch(&window, fakes.scheduler, /*exposureCounts=*/true);
+    notice = std::make_unique<RoundEndNotice>(store.get(), &window, notifier.get());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    QWindowPrivate::get(&window)->exposed = false; // as Qt marks it, then tells the window
+    QExposeEvent unexposed{QRegion()};
+    QCoreApplication::sendEvent(&window, &unexposed);
+    completeRound();
+    ASSERT_TRUE(waitUntil([&] { return fake.shown.size() == 1; }));
+}
+
 TEST_F(RoundEndNoticeTest, WithoutANotificationServerNothingBreaks) {
     server.unregisterService(kInterface);
     window.showMinimized();
@@ -150,5 +142,3 @@ TEST_F(RoundEndNoticeTest, WithoutANotificationServerNothingBreaks) {
 
 } // namespace
 } // namespace quill::test
-
-#include "RoundEndNoticeTest.moc"

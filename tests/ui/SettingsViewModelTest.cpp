@@ -230,7 +230,7 @@ TEST_F(TaskSettingsTest, RowsShowTheCurrentBadgeAndStoredRoundCounts) {
     tasks.addTask();
     tasks.setNewTaskName(QStringLiteral("Essay"));
     tasks.addTask();
-    store->selectTaskNamed(QStringLiteral("Math"));
+    store->selectTask(QStringLiteral("Math"));
     start();
     store->endSessionForReview();
     store->saveCompletion(4, 3, QString());
@@ -245,7 +245,7 @@ TEST_F(TaskSettingsTest, RowsShowTheCurrentBadgeAndStoredRoundCounts) {
     EXPECT_EQ(essay["countText"].toString(), "0 轮");
 
     QSignalSpy rowsChanged(&tasks, &TaskSettingsViewModel::rowsChanged);
-    store->setAmbientVolumeNamed(0.3, QStringLiteral("rain")); // unrelated settings write
+    store->setAmbientVolume(0.3, AmbientSound::rain); // unrelated settings write
     EXPECT_EQ(rowsChanged.count(), 0);
     tasks.removeTask(QStringLiteral("Math"));
     ASSERT_EQ(tasks.rows().size(), 1);

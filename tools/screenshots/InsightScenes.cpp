@@ -22,7 +22,7 @@ void manyTasks(UiHarness& ui) {
     for (int i = 0; i < 9; ++i) {
         const QString name = i == 0 ? longName : QStringLiteral("任务 %1").arg(i + 1);
         ui.store().addTask(name);
-        ui.store().selectTaskNamed(name);
+        ui.store().selectTask(name);
         ui.fakes.random->script.push_back(3600);
         ui.store().startSession();
         ui.advance(60'000 * (9 - i) + 250);

@@ -172,8 +172,8 @@ int main(int argc, char** argv) {
         {QStringLiteral("ambient-playing"),
          [](UiHarness& ui) -> QQuickWindow* {
              for (const char* raw : {"rain", "fire", "brownNoise"})
-                 ui.store().toggleAmbientSoundNamed(QString::fromLatin1(raw));
-             ui.store().setAmbientVolumeNamed(0.4, QStringLiteral("fire"));
+                 ui.store().toggleAmbientSound(*ambientSoundFromRaw(QString::fromLatin1(raw)));
+             ui.store().setAmbientVolume(0.4, AmbientSound::fire);
              ui.advance(3'500); // past the toast of the first selection
              QQuickItem* scroll = ui.item("focus.scroll");
              scroll->setProperty("contentY",

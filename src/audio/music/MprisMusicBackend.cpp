@@ -1,6 +1,7 @@
 #include "audio/music/MprisMusicBackend.h"
 
 #include "audio/music/MprisNetEaseRequest.h"
+#include "audio/music/MprisPlayerLookup.h"
 #include "audio/music/MprisPlayerRequest.h"
 
 #include <QCoreApplication>
@@ -34,7 +35,20 @@ void MprisMusicBackend::playRandom(MusicService service, MusicSource source,
                                          m_requests.get(), m_musicLauncher);
         request->start(MprisPlayerRequest::deadline);
     }
+    begin(request);
+}
 
+void MprisMusicBackend::findPlayer(MusicService service,
+                                   std::function<void(const QString& name)> done) {
+    auto* request = new MprisPlayerLookup(
+        service, m_scheduler,
+        [done = std::move(done)](const MusicOutcome& o) { done(o.success ? o.text : QString()); },
+        m_requests.get());
+    request->start(MprisPlayerLookup::deadline);
+    begin(request);
+}
+
+void MprisMusicBackend::begin(MprisRequest* request) {
     // The pointer is only read back on the UI thread; a request that has already answered
     // (its deadline passed) is gone by then and the late connection is dropped.
     QPointer<MprisRequest> target(request);

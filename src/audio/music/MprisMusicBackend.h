@@ -11,6 +11,8 @@
 
 namespace quill {
 
+class MprisRequest;
+
 /// Music over MPRIS2 on the D-Bus session bus, for desktops without AppleScript.
 class MprisMusicBackend final : public MusicPlayer {
 public:
@@ -29,8 +31,13 @@ public:
 
     void playRandom(MusicService service, MusicSource source, const QString& playlistName,
                     Completion completion) override;
+    /// Names the player playRandom would drive for `service`; empty when there is none.
+    void findPlayer(MusicService service, std::function<void(const QString& name)> done);
 
 private:
+    /// Connects to the bus off the UI thread, then lets the request go on.
+    void begin(MprisRequest* request);
+
     BusConnector m_connectBus;
     std::shared_ptr<Scheduler> m_scheduler;
     std::shared_ptr<NetEaseLauncher> m_launcher;

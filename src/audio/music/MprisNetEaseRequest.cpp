@@ -23,10 +23,10 @@ QString MprisNetEaseRequest::problemAtDeadline() const {
 }
 
 std::optional<QString> MprisNetEaseRequest::netEaseClient(const QList<mpris::PlayerInfo>& players) {
-    for (const mpris::PlayerInfo& p : players)
-        if (mpris::isNetEaseClient(p))
-            return p.busName;
-    return std::nullopt;
+    const QList<mpris::PlayerInfo> clients = mpris::drivablePlayers(players, MusicService::netEase);
+    if (clients.isEmpty())
+        return std::nullopt;
+    return clients.first().busName;
 }
 
 void MprisNetEaseRequest::run() {

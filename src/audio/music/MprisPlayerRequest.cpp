@@ -47,11 +47,7 @@ void MprisPlayerRequest::run() {
 }
 
 bool MprisPlayerRequest::chooseFrom(const QList<mpris::PlayerInfo>& players) {
-    m_candidates.clear();
-    for (const mpris::PlayerInfo& p : players)
-        if (!mpris::isNetEaseClient(p) && !mpris::isBrowserOrVideoPlayer(p))
-            m_candidates.append(p);
-    mpris::sortByMusicPreference(m_candidates);
+    m_candidates = mpris::drivablePlayers(players, MusicService::appleMusic);
     return !m_candidates.isEmpty();
 }
 

@@ -3,6 +3,7 @@
 #include <QDBusArgument>
 #include <QStringList>
 #include <algorithm>
+#include <cstring>
 
 namespace quill::mpris {
 
@@ -80,6 +81,23 @@ void sortByMusicPreference(QList<PlayerInfo>& players) {
             return ra < rb;
         return a.busName < b.busName;
     });
+}
+
+QList<PlayerInfo> drivablePlayers(const QList<PlayerInfo>& players, MusicService service) {
+    QList<PlayerInfo> out;
+    for (const PlayerInfo& p : players) {
+        const bool netEase = isNetEaseClient(p);
+        if (service == MusicService::netEase ? netEase : !netEase && !isBrowserOrVideoPlayer(p))
+            out.append(p);
+    }
+    if (service != MusicService::netEase)
+        sortByMusicPreference(out);
+    return out;
+}
+
+QString displayName(const PlayerInfo& player) {
+    return player.identity.isEmpty() ? player.busName.mid(qsizetype(strlen(busNamePrefix)))
+                                     : player.identity;
 }
 
 QVariantMap toVariantMap(const QVariant& value) {

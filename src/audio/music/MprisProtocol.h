@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/SettingsEnums.h"
+
 #include <QDBusObjectPath>
 #include <QList>
 #include <QString>
@@ -44,6 +46,13 @@ bool isBrowserOrVideoPlayer(const PlayerInfo& player);
 /// Orders the desktop players: dedicated music players first, browsers and video players
 /// last, the bus name breaking ties so the choice is stable.
 void sortByMusicPreference(QList<PlayerInfo>& players);
+
+/// The players a request for `service` may drive, the one to try first leading: NetEase clients
+/// for NetEase; otherwise the desktop's music players, never a browser or a video player.
+QList<PlayerInfo> drivablePlayers(const QList<PlayerInfo>& players, MusicService service);
+
+/// What to call a player: its identity, or its bus name without the MPRIS prefix.
+QString displayName(const PlayerInfo& player);
 
 /// A variant that holds a{sv}, whether already converted or still a QDBusArgument.
 QVariantMap toVariantMap(const QVariant& value);

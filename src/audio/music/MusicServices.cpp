@@ -53,13 +53,17 @@ std::unique_ptr<MusicPlayer> createPlatformBackend() {
                                                      applescript::defaultInterpreter());
 #else
     return std::make_unique<MprisMusicBackend>(
-        MprisMusicBackend::sessionBus(), std::make_shared<TimerScheduler>(),
+        MprisMusicBackend::sessionBus(), createMusicScheduler(),
         std::make_shared<DesktopEntryLauncher>(),
         std::make_shared<DesktopEntryLauncher>(DesktopEntryLauncher::musicPlayerEntryNames()));
 #endif
 }
 
 } // namespace
+
+std::shared_ptr<Scheduler> createMusicScheduler() {
+    return std::make_shared<TimerScheduler>();
+}
 
 std::shared_ptr<MusicPlayer> createMusicPlayer() {
     return std::make_shared<MusicController>(createPlatformBackend());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/MusicPlayer.h"
+#include "store/Scheduler.h"
 
 #include <memory>
 
@@ -8,5 +9,8 @@ namespace quill {
 
 /// The app's end-of-round music backend for this platform.
 std::shared_ptr<MusicPlayer> createMusicPlayer();
+
+/// Real timers for the music backends' deadlines and polls.
+std::shared_ptr<Scheduler> createMusicScheduler();
 
 } // namespace quill

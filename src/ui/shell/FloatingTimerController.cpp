@@ -1,6 +1,8 @@
 #include "FloatingTimerController.h"
 
+#include "KWinWindowRule.h"
 #include "MainWindowRestorer.h"
+#include "MinimisedWatch.h"
 #include "X11WindowHints.h"
 #include "store/AppStore.h"
 #include "ui/UiLog.h"
@@ -59,6 +61,7 @@ void FloatingTimerController::setStore(AppStore* store) {
         m_countdownSetting = store->settings().effectiveFloatingTimerOnMinimize();
         m_buttonsSetting = store->settings().effectiveFloatingSignalButtons();
     }
+    watchMainWindow();
     Q_EMIT storeChanged();
     update();
 }
@@ -66,24 +69,24 @@ void FloatingTimerController::setStore(AppStore* store) {
 void FloatingTimerController::setMainWindow(QQuickWindow* window) {
     if (m_mainWindow == window)
         return;
-    disconnect(m_windowState);
     m_mainWindow = window;
-    m_mainMinimised = false;
-    if (window) {
-        m_windowState = connect(window, &QWindow::windowStateChanged, this,
-                                [this] { onMainWindowState(m_mainWindow->windowStates()); });
-        m_mainMinimised = window->windowStates() & Qt::WindowMinimized;
-    }
+    watchMainWindow();
     Q_EMIT mainWindowChanged();
     update();
 }
 
-void FloatingTimerController::onMainWindowState(Qt::WindowStates states) {
-    const bool minimised = states & Qt::WindowMinimized;
-    if (minimised == m_mainMinimised)
+void FloatingTimerController::watchMainWindow() {
+    disconnect(m_windowState);
+    m_mainMinimised = false;
+    MinimisedWatch* watch =
+        m_store ? MinimisedWatch::of(m_mainWindow, m_store->scheduler()) : nullptr;
+    if (!watch)
         return;
-    m_mainMinimised = minimised;
-    update();
+    m_windowState = connect(watch, &MinimisedWatch::minimisedChanged, this, [this](bool minimised) {
+        m_mainMinimised = minimised;
+        update();
+    });
+    m_mainMinimised = watch->isMinimised();
 }
 
 void FloatingTimerController::update() {
@@ -128,7 +131,10 @@ void FloatingTimerController::open() {
     QSurfaceFormat format = panel->format();
     format.setAlphaBufferSize(8);
     panel->setFormat(format);
+    if (x11::isX11())
+        panel->setFlags((panel->flags() & ~Qt::WindowType_Mask) | Qt::Window);
     panel->create();
+    x11::markAsUtility(panel);
     x11::showOnAllWorkspaces(panel);
     if (!m_composited) {
         auto applyMask = [panel] {
@@ -137,6 +143,13 @@ void FloatingTimerController::open() {
         applyMask();
         connect(panel, &QWindow::widthChanged, panel, applyMask);
         connect(panel, &QWindow::heightChanged, panel, applyMask);
+    }
+    if (MinimisedWatch::platformHidesMinimising()) {
+        // Plasma lets a Wayland client keep nothing above; KWin's scripting can.
+        if (!m_kwinRule)
+            m_kwinRule =
+                std::make_unique<KWinWindowRule>(QDBusConnection::sessionBus(), panel->title());
+        m_kwinRule->apply();
     }
     panel->show();
     x11::showOnAllWorkspaces(panel);

@@ -6,12 +6,14 @@
 #include <QPointer>
 #include <QQuickWindow>
 #include <QtQml/qqmlregistration.h>
+#include <memory>
 
 class QQmlComponent;
 
 namespace quill {
 
 class AppStore;
+class KWinWindowRule;
 
 /// Opens the floating countdown panel while a round runs and the main window is minimised
 /// (and the settings ask for it), and closes it otherwise. The panel is a top-level window
@@ -60,13 +62,15 @@ private:
     QQmlComponent* component();
     void open();
     void dismiss();
-    void onMainWindowState(Qt::WindowStates states);
+    void watchMainWindow();
 
     QPointer<AppStore> m_store;
     QPointer<QQuickWindow> m_mainWindow;
     QPointer<QQuickWindow> m_panel;
     // Compiled when a round starts, so minimising only has to instantiate it.
     QQmlComponent* m_component = nullptr;
+    // Plasma on Wayland: keeps the panel above and on every desktop.
+    std::unique_ptr<KWinWindowRule> m_kwinRule;
     QMetaObject::Connection m_storeSettings, m_storePhase, m_windowState;
     bool m_mainMinimised = false;
     bool m_composited = false;

@@ -17,4 +17,22 @@ QPoint panelPosition(QPoint cursor, QSize panel, QRect available) {
     return {x, y};
 }
 
+QPoint trayAnchor(const TrayClick& click) {
+    const QRect area = click.available.isValid() ? click.available : click.screen;
+    if (click.icon.isValid()) {
+        const bool iconAtTop = !area.isValid() || click.icon.center().y() < area.center().y();
+        return {click.icon.center().x(), iconAtTop ? click.icon.bottom() : click.icon.top()};
+    }
+    if (click.cursor)
+        return *click.cursor;
+    bool atTop = click.desktopTrayAtTop;
+    if (click.available.isValid() && click.screen.isValid()) {
+        if (click.available.top() > click.screen.top())
+            atTop = true;
+        else if (click.available.bottom() < click.screen.bottom())
+            atTop = false;
+    }
+    return {area.right(), atTop ? area.top() : area.bottom()};
+}
+
 } // namespace quill

@@ -2,13 +2,15 @@
 
 #include "DesktopNotifier.h"
 #include "MainWindowRestorer.h"
+#include "MinimisedWatch.h"
 #include "store/AppStore.h"
 
 namespace quill {
 
 RoundEndNotice::RoundEndNotice(AppStore* store, QWindow* mainWindow, DesktopNotifier* notifier,
                                QObject* parent)
-    : QObject(parent), m_store(store), m_window(mainWindow), m_notifier(notifier) {
+    : QObject(parent), m_store(store), m_window(mainWindow), m_notifier(notifier),
+      m_minimised(MinimisedWatch::of(mainWindow, store->scheduler())) {
     connect(m_store, &AppStore::showCompletionSheetChanged, this, &RoundEndNotice::onReviewChanged);
     connect(m_notifier, &DesktopNotifier::activated, this, [this] { restoreWindow(m_window); });
 }
@@ -16,7 +18,7 @@ RoundEndNotice::RoundEndNotice(AppStore* store, QWindow* mainWindow, DesktopNoti
 bool RoundEndNotice::windowOutOfSight() const {
     if (!m_window)
         return false;
-    return !m_window->isVisible() || (m_window->windowStates() & Qt::WindowMinimized);
+    return !m_window->isVisible() || (m_minimised && m_minimised->isMinimised());
 }
 
 void RoundEndNotice::onReviewChanged() {

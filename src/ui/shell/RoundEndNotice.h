@@ -1,5 +1,7 @@
 #pragma once
 
+#include "MinimisedWatch.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QWindow>
@@ -34,6 +36,7 @@ private:
     AppStore* m_store;
     QPointer<QWindow> m_window;
     DesktopNotifier* m_notifier;
+    QPointer<MinimisedWatch> m_minimised;
     bool m_shown = false;
 };
 

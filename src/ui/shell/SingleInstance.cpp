@@ -7,12 +7,22 @@
 #include <QLocalServer>
 #include <QLocalSocket>
 
+#include <algorithm>
+
 namespace quill {
 
 namespace {
 constexpr int kConnectTimeoutMs = 500;
 constexpr int kMaxSocketPath = 100; // sun_path holds 108 bytes on Linux, 104 on macOS
-const QByteArray kActivate = QByteArrayLiteral("activate\n");
+constexpr int kMaxTokenBytes = 512;
+const QByteArray kActivate = QByteArrayLiteral("activate");
+
+// Launchers make tokens of printable ASCII; anything else is not passed on to the window system.
+bool wellFormedToken(const QByteArray& token) {
+    if (token.isEmpty() || token.size() > kMaxTokenBytes)
+        return false;
+    return std::all_of(token.begin(), token.end(), [](char c) { return c > ' ' && c < 127; });
+}
 } // namespace
 
 SingleInstance::SingleInstance(const QString& key, QObject* parent) : QObject(parent) {
@@ -55,10 +65,31 @@ bool SingleInstance::notifyRunning() {
     // A local socket answers at once or not at all; this runs before any window exists.
     if (!socket.waitForConnected(kConnectTimeoutMs))
         return false;
-    socket.write(kActivate);
+    const QString token = takeLaunchToken();
+    socket.write(kActivate + (token.isEmpty() ? QByteArray() : ' ' + token.toLatin1()) + '\n');
     socket.waitForBytesWritten(kConnectTimeoutMs);
     socket.disconnectFromServer();
     return true;
+}
+
+QString SingleInstance::takeLaunchToken() {
+    for (const char* name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
+        const QByteArray token = qgetenv(name);
+        qunsetenv(name);
+        if (wellFormedToken(token))
+            return QString::fromLatin1(token);
+    }
+    return {};
+}
+
+std::optional<QString> SingleInstance::parseRequest(const QByteArray& line) {
+    const QByteArray request = line.trimmed();
+    if (request == kActivate)
+        return QString();
+    if (!request.startsWith(kActivate + ' '))
+        return std::nullopt;
+    const QByteArray token = request.mid(kActivate.size() + 1);
+    return wellFormedToken(token) ? QString::fromLatin1(token) : QString();
 }
 
 void SingleInstance::onNewConnection() {
@@ -66,8 +97,8 @@ void SingleInstance::onNewConnection() {
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
         auto readRequests = [this, socket] {
             while (socket->canReadLine()) {
-                if (socket->readLine() == kActivate)
-                    Q_EMIT activationRequested();
+                if (const auto token = parseRequest(socket->readLine()))
+                    Q_EMIT activationRequested(*token);
             }
         };
         connect(socket, &QLocalSocket::readyRead, this, readRequests);

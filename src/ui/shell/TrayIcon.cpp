@@ -4,6 +4,7 @@
 #include "MainWindowRestorer.h"
 #include "PanelPlacement.h"
 #include "TrayIconArt.h"
+#include "X11WindowHints.h"
 #include "ui/theme/AdaptiveColor.h"
 
 #include <QCursor>
@@ -133,12 +134,26 @@ void TrayIcon::activate() {
 }
 
 void TrayIcon::showPanel() {
-    const QPoint cursor = QCursor::pos();
-    QScreen* screen = QGuiApplication::screenAt(cursor);
+    TrayClick click;
+    click.icon = m_tray->geometry();
+    // Under XWayland the pointer Qt reports is where it last crossed one of our X windows,
+    // not the click in the desktop's panel; on Wayland there is none.
+    const bool xWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if (x11::isX11() && !xWayland)
+        click.cursor = QCursor::pos();
+    QScreen* screen = click.cursor ? QGuiApplication::screenAt(*click.cursor) : nullptr;
+    if (!screen && click.icon.isValid())
+        screen = QGuiApplication::screenAt(click.icon.center());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
-    const QRect available = screen ? screen->availableGeometry() : QRect();
-    m_panel->setPosition(panelPosition(cursor, m_panel->size(), available));
+    if (screen) {
+        click.screen = screen->geometry();
+        click.available = screen->availableGeometry();
+    }
+    // GNOME keeps its tray in the top bar, Plasma and most others at the bottom.
+    click.desktopTrayAtTop =
+        qEnvironmentVariable("XDG_CURRENT_DESKTOP").contains(QLatin1String("GNOME"));
+    m_panel->setPosition(panelPosition(trayAnchor(click), m_panel->size(), click.available));
     m_panelWasActive = false;
     m_panel->show();
     m_panel->raise();

@@ -56,8 +56,8 @@ bool UiRuntime::load() {
     return m_mainWindow != nullptr;
 }
 
-void UiRuntime::bringToFront() {
-    restoreWindow(m_mainWindow);
+void UiRuntime::bringToFront(const QString& activationToken) {
+    restoreWindow(m_mainWindow, activationToken);
 }
 
 } // namespace quill

@@ -30,8 +30,9 @@ public:
     QQmlApplicationEngine* engine() const { return m_engine.get(); }
     QQuickWindow* mainWindow() const { return m_mainWindow; }
 
-    /// Shows the main window and brings it in front (a second launch asked for it).
-    void bringToFront();
+    /// Shows the main window and brings it in front (a second launch asked for it, handing
+    /// over its launcher's activation token).
+    void bringToFront(const QString& activationToken = {});
 
     /// The app-wide font (Noto Sans CJK SC) and the Basic controls style. Call once after
     /// the application object exists and before `load()`.

@@ -7,6 +7,7 @@
 #include <QtGui/qguiapplication_platform.h>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
@@ -83,6 +84,50 @@ void showOnAllWorkspaces(QWindow* window) {
     xcb_flush(c);
 }
 
+void activateWithStartupId(QWindow* window, const QByteArray& startupId) {
+    xcb_connection_t* c = connection();
+    if (!c || !window || startupId.isEmpty())
+        return;
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, xcb_window_t(window->winId()),
+                        atom(c, "_NET_STARTUP_ID"), atom(c, "UTF8_STRING"), 8,
+                        uint32_t(startupId.size()), startupId.constData());
+    // The startup-notification "remove" message, 20 bytes per client message, ends the
+    // launcher's busy feedback for the launch that only came to hand its id over.
+    QByteArray message = "remove: ID=\"";
+    for (char ch : startupId) {
+        if (ch == '"' || ch == '\\')
+            message += '\\';
+        message += ch;
+    }
+    message += "\"";
+    message += '\0';
+    const xcb_atom_t begin = atom(c, "_NET_STARTUP_INFO_BEGIN");
+    const xcb_atom_t more = atom(c, "_NET_STARTUP_INFO");
+    const xcb_window_t root = rootOf(c);
+    for (qsizetype at = 0; at < message.size(); at += 20) {
+        xcb_client_message_event_t event{};
+        event.response_type = XCB_CLIENT_MESSAGE;
+        event.format = 8;
+        event.window = xcb_window_t(window->winId());
+        event.type = at == 0 ? begin : more;
+        std::memcpy(event.data.data8, message.constData() + at,
+                    size_t(std::min<qsizetype>(20, message.size() - at)));
+        xcb_send_event(c, 0, root, XCB_EVENT_MASK_PROPERTY_CHANGE,
+                       reinterpret_cast<const char*>(&event));
+    }
+    xcb_flush(c);
+}
+
+void markAsUtility(QWindow* window) {
+    xcb_connection_t* c = connection();
+    if (!c || !window)
+        return;
+    const xcb_atom_t utility = atom(c, "_NET_WM_WINDOW_TYPE_UTILITY");
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, xcb_window_t(window->winId()),
+                        atom(c, "_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &utility);
+    xcb_flush(c);
+}
+
 bool compositorRunning() {
     xcb_connection_t* c = connection();
     if (!c)
@@ -104,6 +149,8 @@ bool isX11() {
     return false;
 }
 void showOnAllWorkspaces(QWindow*) {}
+void activateWithStartupId(QWindow*, const QByteArray&) {}
+void markAsUtility(QWindow*) {}
 bool compositorRunning() {
     return true;
 }

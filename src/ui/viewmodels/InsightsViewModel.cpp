@@ -11,7 +11,6 @@ namespace quill {
 
 namespace {
 constexpr double kRingFullMinutes = 120.0;
-constexpr qsizetype kShownTasks = 8;
 
 QVariantMap tile(const char* symbol, const QString& value, const char* label, const char* footnote,
                  const char* tint) {
@@ -94,15 +93,10 @@ void InsightsViewModel::refreshAll() {
     changed |= assign(m_ringProgress, std::min(double(capacity) / kRingFullMinutes, 1.0));
     changed |= assign(m_recommendedValue, QString::number(recommended));
 
-    const QList<TaskSummary> summaries = Statistics::taskSummaries(sessions);
-    qint64 scale = 0;
-    for (qsizetype i = 0; i < std::min(summaries.size(), kShownTasks); ++i)
-        scale = std::max(scale, summaries[i].focusedMinutes);
-    if (scale < 2)
-        scale = 1;
+    const QList<TaskSummary> shown = Statistics::taskBreakdownRows(sessions);
+    const qint64 scale = Statistics::taskBreakdownScale(sessions);
     QVariantList rows;
-    for (qsizetype i = 0; i < std::min(summaries.size(), kShownTasks); ++i) {
-        const TaskSummary& row = summaries[i];
+    for (const TaskSummary& row : shown) {
         rows.append(
             QVariantMap{{QStringLiteral("name"), row.name},
                         {QStringLiteral("uncategorized"), row.name == uncategorizedTaskName()},
@@ -113,8 +107,8 @@ void InsightsViewModel::refreshAll() {
     }
     changed |= assign(m_taskRows, rows);
     changed |= assign(m_taskFootnote,
-                      summaries.size() > kShownTasks
-                          ? QStringLiteral("仅显示专注分钟最多的前 %1 个任务。").arg(kShownTasks)
+                      Statistics::taskSummaries(sessions).size() > shown.size()
+                          ? QStringLiteral("仅显示专注分钟最多的前 %1 个任务。").arg(shown.size())
                           : QString());
 
     QVariantList points;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "audio/music/MprisMusicBackend.h"
 #include "model/SettingsEnums.h"
 
 #include <QString>
@@ -20,5 +21,8 @@ public:
 /// Asks the session bus for MPRIS players without ever waiting on it; answers empty at once
 /// without a session bus.
 std::shared_ptr<MusicPlayerProbe> createMusicPlayerProbe();
+/// The same on the bus `connectBus` opens, with deadlines on `scheduler`.
+std::shared_ptr<MusicPlayerProbe> createMusicPlayerProbe(MprisMusicBackend::BusConnector connectBus,
+                                                         std::shared_ptr<Scheduler> scheduler);
 
 } // namespace quill

@@ -1,0 +1,93 @@
+#include "KWinWindowRule.h"
+
+#include "ui/UiLog.h"
+
+#include <QCoreApplication>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
+namespace quill {
+
+namespace {
+const QString kService = QStringLiteral("org.kde.KWin");
+const QString kScripting = QStringLiteral("org.kde.kwin.Scripting");
+const QString kPluginName = QStringLiteral("quillmere-window-rule");
+
+// Quotes text for a JavaScript string literal.
+QString jsString(const QString& text) {
+    QString quoted = text;
+    quoted.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
+        .replace(QLatin1Char('\''), QStringLiteral("\\'"));
+    return QLatin1Char('\'') + quoted + QLatin1Char('\'');
+}
+} // namespace
+
+KWinWindowRule::KWinWindowRule(QDBusConnection bus, QString title)
+    : m_bus(std::move(bus)), m_title(std::move(title)) {}
+
+QString KWinWindowRule::script(qint64 pid) const {
+    return QStringLiteral("function keep(c) {\n"
+                          "    if (c.pid !== %1 || c.caption !== %2) return;\n"
+                          "    c.keepAbove = true; c.onAllDesktops = true;\n"
+                          "    c.skipTaskbar = true; c.skipPager = true; c.skipSwitcher = true;\n"
+                          "}\n"
+                          "workspace.clientList().forEach(keep);\n"
+                          "workspace.clientAdded.connect(keep);\n")
+        .arg(pid)
+        .arg(jsString(m_title));
+}
+
+void KWinWindowRule::apply() {
+    if (m_applied || !m_bus.isConnected())
+        return;
+    m_applied = true;
+    // KWin reads the script from a file; the runtime folder is the user's own.
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (folder.isEmpty())
+        folder = QDir::tempPath();
+    const QString path = QDir(folder).filePath(QStringLiteral("quillmere-window-rule.js"));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        qCWarning(lcUi) << "The KWin window rule could not be written:" << file.errorString();
+        return;
+    }
+    file.write(script(QCoreApplication::applicationPid()).toUtf8());
+    file.close();
+    // An earlier run's rule (another process id) is replaced; then this one is loaded and run.
+    QDBusMessage unload = QDBusMessage::createMethodCall(
+        kService, QStringLiteral("/Scripting"), kScripting, QStringLiteral("unloadScript"));
+    unload << kPluginName;
+    auto* unloaded = new QDBusPendingCallWatcher(m_bus.asyncCall(unload));
+    QObject::connect(unloaded, &QDBusPendingCallWatcher::finished, [bus = m_bus, path](auto* call) {
+        call->deleteLater();
+        if (call->isError()) {
+            qCDebug(lcUi) << "No KWin scripting on the session bus:" << call->error().message();
+            return;
+        }
+        load(bus, path);
+    });
+}
+
+void KWinWindowRule::load(QDBusConnection bus, const QString& path) {
+    QDBusMessage loadScript = QDBusMessage::createMethodCall(
+        kService, QStringLiteral("/Scripting"), kScripting, QStringLiteral("loadScript"));
+    loadScript << path << kPluginName;
+    auto* loaded = new QDBusPendingCallWatcher(bus.asyncCall(loadScript));
+    QObject::connect(loaded, &QDBusPendingCallWatcher::finished, [bus](auto* call) mutable {
+        call->deleteLater();
+        const QDBusPendingReply<int> id = *call;
+        if (id.isError() || id.value() < 0) {
+            qCWarning(lcUi) << "KWin did not load the window rule:" << id.error().message();
+            return;
+        }
+        bus.asyncCall(QDBusMessage::createMethodCall(
+            kService, QLatin1Char('/') + QString::number(id.value()),
+            QStringLiteral("org.kde.kwin.Script"), QStringLiteral("run")));
+    });
+}
+
+} // namespace quill
