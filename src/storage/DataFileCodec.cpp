@@ -72,6 +72,10 @@ QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessio
         w.key("deletedSessions");
         DataFileSchema::write(w, ledger.deletedSessions);
     }
+    if (!ledger.revision.isNull()) {
+        w.key("fileRevision");
+        DataFileSchema::write(w, ledger.revision);
+    }
     w.key("sessions");
     w.beginArray();
     for (const StudySession& s : sessions)

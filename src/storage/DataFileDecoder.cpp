@@ -33,6 +33,8 @@ std::optional<PersistedData> decode(const QByteArray& bytes) {
             } else if (key == "deletedSessions") {
                 data.ledger.deletedSessions.clear();
                 DataFileSchema::readDeletions(r, data.ledger);
+            } else if (key == "fileRevision") {
+                data.ledger.revision = DataFileSchema::readUuid(r);
             } else if (key == "settingsChangedAt") {
                 data.ledger.settingsChangedAt = SyncLedger::stamp(DataFileSchema::readDate(r));
             } else {

@@ -362,5 +362,13 @@ QDateTime readDate(JsonReader& r) {
     readValue(r, date);
     return date;
 }
+void write(JsonWriter& w, const QUuid& id) {
+    writeValue(w, id);
+}
+QUuid readUuid(JsonReader& r) {
+    QUuid id;
+    readValue(r, id);
+    return id;
+}
 
 } // namespace quill::DataFileSchema

@@ -23,5 +23,7 @@ void write(JsonWriter& w, const QMap<QUuid, QDateTime>& deletedSessions);
 void readDeletions(JsonReader& r, SyncLedger& ledger);
 void write(JsonWriter& w, const QDateTime& date);
 QDateTime readDate(JsonReader& r);
+void write(JsonWriter& w, const QUuid& id);
+QUuid readUuid(JsonReader& r);
 
 } // namespace quill::DataFileSchema

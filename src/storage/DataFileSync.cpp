@@ -60,6 +60,9 @@ DataFileSync::Result DataFileSync::sync(const QString& directory, const Persiste
         }
     }
     if (write) {
+        // A file that keeps a ledger says which write made it.
+        if (data.ledger.settingsChangedAt || !data.ledger.deletedSessions.isEmpty())
+            data.ledger.revision = QUuid::createUuid();
         FileStamp written;
         result.saved = m_access->save(directory, data, &result.error, &written);
         if (result.saved) {

@@ -64,12 +64,13 @@ PersistedData merge(const PersistedData& base, const PersistedData& ours,
          it != theirs.ledger.deletedSessions.cend(); ++it)
         ledger.recordDeletion(it.key(), it.value());
     const Index theirsById = indexById(theirs.sessions);
-    // A writer that keeps the ledger records what it deletes; what its file lacks otherwise it
-    // has not seen yet (a copy that was offline, a sync tool's conflict resolution picking the
-    // other version). A writer that keeps none (an older version) deletes by leaving out.
-    const bool theirsKeepLedger =
-        theirs.ledger.settingsChangedAt.has_value() || !theirs.ledger.deletedSessions.isEmpty();
-    for (const StudySession& s : theirsKeepLedger ? QList<StudySession>{} : base.sessions)
+    // A copy of this app records what it deletes; what its file lacks otherwise it has not
+    // seen yet (a copy that was offline, a sync tool's conflict resolution picking the other
+    // version). Anything else (an older version, a script, a text editor) deletes by leaving
+    // out; it leaves no revision of its own.
+    const bool writtenByACopy =
+        !theirs.ledger.revision.isNull() && theirs.ledger.revision != base.ledger.revision;
+    for (const StudySession& s : writtenByACopy ? QList<StudySession>{} : base.sessions)
         if (!theirsById.contains(s.id) && !ledger.deletedSessions.contains(s.id))
             ledger.recordDeletion(s.id, now);
 

@@ -7,8 +7,9 @@ namespace quill::DataMerge {
 /// Merges a data file that another writer changed into the app's own data, by session id.
 /// `base` is the file as this app last read or wrote it, `ours` the app's data now, `theirs`
 /// the file now. Sessions from either side are kept unless deleted on either side: a deletion
-/// is known from either ledger, or, when `theirs` keeps no ledger at all, from a session that
-/// was in `base` and is gone from `theirs`. Otherwise a session missing from one side is one
+/// is known from either ledger, or, when `theirs` was not written by a copy of this app (its
+/// revision is none or the one in `base`), from a session that was in `base` and is gone
+/// from `theirs`. Otherwise a session missing from one side is one
 /// that side has not seen yet. Settings come from the side whose settings are newer by the
 /// ledger's dates. The result is sorted newest first and forgets deletions older than the
 /// ledger keeps them.

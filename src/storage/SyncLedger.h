@@ -17,8 +17,15 @@ struct SyncLedger {
 
     QMap<QUuid, QDateTime> deletedSessions;
     std::optional<QDateTime> settingsChangedAt;
+    /// Names the write that made the file, fresh at each write by this app: a file whose
+    /// revision is the one last seen was changed by something that keeps no ledger.
+    QUuid revision;
 
-    bool operator==(const SyncLedger&) const = default;
+    /// What the ledger remembers; the revision names a write, not content.
+    bool operator==(const SyncLedger& other) const {
+        return deletedSessions == other.deletedSessions &&
+               settingsChangedAt == other.settingsChangedAt;
+    }
     /// Remembers a deletion; the later date wins when the id is already there.
     void recordDeletion(const QUuid& id, const QDateTime& when);
     void forgetDeletionsBefore(const QDateTime& now);

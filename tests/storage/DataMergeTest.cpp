@@ -232,10 +232,16 @@ TEST_F(MergeCaseTest, AWriterThatKeepsNoLedgerDeletesByLeavingSessionsOut) {
 
     // A session only the app's data lacks is not a deletion: the app records its own.
     EXPECT_EQ(DataMerge::merge(base, PersistedData{}, base, now).sessions, base.sessions);
-    // Nor one missing from a file whose writer keeps the ledger: it had not seen it yet.
+    // Nor one missing from a file another copy of the app wrote: it had not seen it yet.
+    PersistedData seen = base;
+    seen.ledger.revision = QUuid::createUuid();
     PersistedData offline{{}, {c, b}, {}};
-    offline.ledger.settingsChangedAt = utc(2026, 10, 1, 0, 0);
-    EXPECT_EQ(DataMerge::merge(base, base, offline, now).sessions, (QList<StudySession>{c, b, a}));
+    offline.ledger.revision = QUuid::createUuid();
+    EXPECT_EQ(DataMerge::merge(seen, seen, offline, now).sessions, (QList<StudySession>{c, b, a}));
+    // A script that carried the app's keys over unchanged still deletes by leaving out.
+    PersistedData edited = seen;
+    edited.sessions.removeAt(1);
+    EXPECT_EQ(DataMerge::merge(seen, seen, edited, now).sessions, QList<StudySession>{b});
 }
 
 TEST_F(MergeCaseTest, SessionChangedOnOneSideKeepsThatChange) {

@@ -16,7 +16,7 @@ std::string dataFilePropertyFailure(const QByteArray& bytes) {
         return "settings changed on the way through the writer:\n" + written.toStdString();
     if (reread->sessions != decoded->sessions)
         return "sessions changed on the way through the writer:\n" + written.toStdString();
-    if (!(reread->ledger == decoded->ledger))
+    if (!(reread->ledger == decoded->ledger) || reread->ledger.revision != decoded->ledger.revision)
         return "deletions or the settings date changed on the way through the writer:\n" +
                written.toStdString();
     if (DataFileCodec::encode(*reread) != written)
