@@ -5,6 +5,7 @@
 #include "ui/shell/DesktopNotifier.h"
 #include "ui/shell/DesktopServices.h"
 #include "ui/shell/PlatformChoice.h"
+#include "ui/shell/QtTranslations.h"
 #include "ui/shell/RoundEndNotice.h"
 #include "ui/shell/SingleInstance.h"
 #include "ui/shell/UiRuntime.h"
@@ -29,6 +30,7 @@ int main(int argc, char** argv) {
     if (!instance.claim())
         return 0;
 
+    quill::installQtTranslations();
     // Fonts first: the icon is drawn with the icon font.
     quill::UiRuntime::prepareApplication();
     quill::addInstalledIconPath(QApplication::applicationDirPath());

@@ -11,6 +11,7 @@ packages=(
   qml6-module-qtquick-window qml6-module-qtquick-templates qml6-module-qtquick-dialogs
   qml6-module-qtqml-workerscript qml6-module-qtcharts qml6-module-qtquick-shapes
   qt6-qpa-plugins libqt6svg6
+  qt6-translations-l10n # Qt's own dialogs in Chinese
   libsdl2-dev libsndfile1-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   pulseaudio pulseaudio-utils dbus dbus-x11 xvfb xauth

@@ -29,8 +29,10 @@
 #include <atomic>
 #include <cstdio>
 #include <ctime>
+#include <functional>
 #include <sys/resource.h>
 #include <unistd.h>
+#include <utility>
 
 using quill::bench::cpuSeconds;
 using quill::bench::residentMb;
@@ -109,12 +111,25 @@ int main(int argc, char** argv) {
         return QApplication::exec();
     }
 
+    // The end waits for the first frame: under a window manager the window is mapped only
+    // after a round trip to it, which can come after a measuring window of zero seconds.
     std::atomic<bool> firstFrame{false};
+    bool endDue = false, ended = false;
+    std::function<void()> end;
     QObject::connect(
         runtime.mainWindow(), &QQuickWindow::frameSwapped, runtime.mainWindow(),
-        [&firstFrame] {
-            if (!firstFrame.exchange(true))
-                std::printf("first_frame_ms=%.1f\n", msSinceProcessStart());
+        [&] {
+            if (firstFrame.exchange(true))
+                return;
+            std::printf("first_frame_ms=%.1f\n", msSinceProcessStart());
+            std::fflush(stdout);
+            QMetaObject::invokeMethod(
+                &app,
+                [&] {
+                    if (endDue)
+                        end();
+                },
+                Qt::QueuedConnection);
         },
         Qt::DirectConnection);
 
@@ -151,7 +166,9 @@ int main(int argc, char** argv) {
             std::printf("ambient_replay_ms=%.1f\n", play.nsecsElapsed() / 1e6);
         });
     }
-    QTimer::singleShot(settleMs + seconds * 1000, &app, [&] {
+    end = [&] {
+        if (std::exchange(ended, true))
+            return;
         const double cpu = cpuSeconds() - cpuAtStart;
         std::printf("cpu_percent=%.2f\n", 100.0 * cpu / (wall.elapsed() / 1000.0));
         std::printf("rss_mb=%.1f\n", residentMb());
@@ -164,6 +181,11 @@ int main(int argc, char** argv) {
         if (round)
             runtime.store()->abandonSession();
         QCoreApplication::quit();
+    };
+    QTimer::singleShot(settleMs + seconds * 1000, &app, [&] {
+        endDue = true;
+        if (firstFrame)
+            end();
     });
     return QApplication::exec();
 }

@@ -25,6 +25,14 @@ QString rawValue(MusicService service) {
                                                : QStringLiteral("网易云音乐");
 }
 
+QString displayName(MusicService service) {
+#ifndef Q_OS_MACOS
+    if (service == MusicService::appleMusic)
+        return QStringLiteral("本机音乐播放器");
+#endif
+    return rawValue(service);
+}
+
 QString rawValue(MusicSource source) {
     return source == MusicSource::library ? QStringLiteral("整个资料库")
                                           : QStringLiteral("指定播放列表");

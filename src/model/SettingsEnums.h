@@ -20,7 +20,7 @@ Q_ENUM_NS(AppSection)
 enum class AppearanceMode { dark, light };
 Q_ENUM_NS(AppearanceMode)
 
-/// Raw values are both the stored form and the display name.
+/// Raw values are the stored form; displayName() is what the screens call the service.
 enum class MusicService { appleMusic, netEase };
 Q_ENUM_NS(MusicService)
 
@@ -31,6 +31,10 @@ QString rawValue(AppSection section);
 QString rawValue(AppearanceMode mode);
 QString rawValue(MusicService service);
 QString rawValue(MusicSource source);
+
+/// The service as the screens name it: on Linux "Apple Music" drives the desktop's own
+/// player, so it reads "本机音乐播放器" there.
+QString displayName(MusicService service);
 
 std::optional<AppearanceMode> appearanceModeFromRaw(const QString& raw);
 std::optional<MusicService> musicServiceFromRaw(const QString& raw);

@@ -16,7 +16,6 @@ namespace quill {
 using namespace std::chrono_literals;
 
 namespace {
-constexpr auto kTickPeriod = 250ms;
 constexpr auto kSaveDebounce = 250ms;
 // A sync tool's write is a burst of changes in the folder; the merge waits for it to end.
 constexpr auto kRefreshDebounce = 500ms;
@@ -27,7 +26,8 @@ qint64 roundUp(double seconds) {
 } // namespace
 
 AppStore::AppStore(Services services, QObject* parent)
-    : QObject(parent), m_services(std::move(services)) {
+    : QObject(parent), m_services(std::move(services)),
+      m_stepTimer(m_services.scheduler, m_services.clock, [this] { tick(); }) {
     const QString directory = m_services.dataLocation->directory();
     // Temporaries of writes cut short by a crash or a kill; the data file itself is whole.
     Persistence::removeStaleTemporaries(directory);
@@ -53,7 +53,7 @@ AppStore::AppStore(Services services, QObject* parent)
     // The ambient levels follow settings at once; the current value passes immediately.
     updateAmbientLevels();
     normalizeSettings();
-    m_timer = m_services.scheduler->every(kTickPeriod, [this] { tick(); });
+    m_stepTimer.setResting(true);
     if (m_services.folderWatcher) {
         m_folderWatch = m_services.folderWatcher->watch(
             directory, QFileInfo(Persistence::dataFilePath(directory)).fileName(), [this] {
@@ -130,8 +130,13 @@ bool AppStore::isSessionActive() const {
            m_phase == SessionPhase::microBreak;
 }
 
+bool AppStore::isReviewPending() const {
+    return m_phase == SessionPhase::completed && m_draft.has_value();
+}
+
 void AppStore::setPhase(SessionPhase phase) {
     m_phase = phase;
+    m_stepTimer.setResting(!isSessionActive());
     Q_EMIT phaseChanged();
 }
 
@@ -321,7 +326,8 @@ void AppStore::tick() {
 }
 
 void AppStore::startSession(std::optional<qint64> minutesArgument) {
-    if (isSessionActive())
+    // A finished round waiting for its review is never thrown away by a new start.
+    if (isSessionActive() || isReviewPending())
         return;
     normalizeSettings();
 

@@ -9,6 +9,7 @@
 #include "store/LocalTimeCache.h"
 #include "store/RoundClock.h"
 #include "store/Services.h"
+#include "store/StepTimer.h"
 
 #include <QList>
 #include <QObject>
@@ -90,6 +91,8 @@ public:
     const QList<StudySession>& sessions() const { return m_sessions; }
     SessionPhase phase() const { return m_phase; }
     bool isSessionActive() const;
+    /// A finished round waits for its review (no new round starts meanwhile).
+    bool isReviewPending() const;
     qint64 remainingSeconds() const { return m_remainingSeconds; }
     qint64 breakRemainingSeconds() const { return m_breakRemainingSeconds; }
     qint64 focusedElapsedSeconds() const { return m_focusedElapsedSeconds; }
@@ -258,7 +261,7 @@ private:
     std::optional<AmbientLevels> m_lastLevels;
     QDate m_lastStepDay;
     mutable LocalTimeCache m_localTime;
-    std::unique_ptr<Scheduler::Handle> m_timer;
+    StepTimer m_stepTimer;
     std::unique_ptr<Scheduler::Handle> m_saveDebounce;
     std::unique_ptr<Scheduler::Handle> m_refreshDebounce;
     std::unique_ptr<FolderWatcher::Handle> m_folderWatch;

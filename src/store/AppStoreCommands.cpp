@@ -212,7 +212,7 @@ bool AppStore::isAmbientSelected(AmbientSound sound) const {
 
 void AppStore::testMusic() {
     const MusicService service = m_settings.effectiveMusicService();
-    setMusicMessage(QStringLiteral("正在连接“") + rawValue(service) + QStringLiteral("”…"));
+    setMusicMessage(QStringLiteral("正在连接“") + displayName(service) + QStringLiteral("”…"));
     std::weak_ptr<bool> alive = m_alive;
     m_services.music->playRandom(
         service, m_settings.musicSource, m_settings.playlistName,

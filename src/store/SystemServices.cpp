@@ -3,6 +3,7 @@
 #include "store/FileSystemFolderWatcher.h"
 
 #include "store/ThreadWorkQueue.h"
+#include "store/WallClockTimer.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -94,6 +95,9 @@ public:
     }
     std::unique_ptr<Handle> after(std::chrono::milliseconds delay, Callback fn) override {
         return std::make_unique<TimerHandle>(delay, false, std::move(fn));
+    }
+    std::unique_ptr<Handle> afterWallTime(std::chrono::milliseconds delay, Callback fn) override {
+        return makeWallClockTimer(delay, std::move(fn));
     }
 };
 

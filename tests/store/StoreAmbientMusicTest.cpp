@@ -111,7 +111,7 @@ TEST_F(AmbientMusicTest, FailureToastIsReplacedByTheStartToastButStaysOnResume) 
 
 TEST_F(AmbientMusicTest, MusicTestShowsConnectingThenTheOutcome) {
     store->testMusic();
-    EXPECT_EQ(store->musicMessageText(), QStringLiteral("正在连接“Apple Music”…"));
+    EXPECT_EQ(store->musicMessageText(), QStringLiteral("正在连接“本机音乐播放器”…"));
     updateSettings([](AppSettings& s) {
         s.musicService = MusicService::netEase;
         s.musicSource = MusicSource::playlist;

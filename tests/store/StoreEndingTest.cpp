@@ -142,14 +142,31 @@ TEST_F(EndingTest, ClearingHistoryDuringARoundStillSavesThatRound) {
     EXPECT_EQ(readDataFile().sessions.size(), 1);
 }
 
-TEST_F(EndingTest, StartingFromCompletedReplacesTheWaitingDraft) {
+TEST_F(EndingTest, NoRoundStartsWhileAReviewWaits) {
     store->startSession(1);
-    advanceSeconds(61);
-    ASSERT_EQ(store->phase(), SessionPhase::completed);
+    advanceSeconds(30);
+    store->recordMindWander();
+    advanceSeconds(31);
+    ASSERT_TRUE(store->isReviewPending());
+    store->startSession(2);
+    EXPECT_EQ(store->phase(), SessionPhase::completed);
+    EXPECT_EQ(store->draft()->plannedMinutes, 1);
+    EXPECT_EQ(store->currentEventCount(), 1);
+    EXPECT_TRUE(store->showCompletionSheet());
+    advanceSeconds(300);
+    EXPECT_EQ(store->phase(), SessionPhase::completed) << "no round runs behind the sheet";
+
+    store->saveCompletion(4, 3, QString());
+    EXPECT_EQ(store->sessions().front().plannedMinutes, 1) << "the review saves its own round";
+    EXPECT_FALSE(store->isReviewPending());
     store->startSession(2);
     EXPECT_EQ(store->phase(), SessionPhase::focusing);
-    EXPECT_EQ(store->draft()->plannedMinutes, 2);
-    EXPECT_TRUE(store->currentEvents().isEmpty());
+
+    store->endSessionForReview();
+    store->abandonSession();
+    EXPECT_FALSE(store->isReviewPending());
+    store->startSession(3);
+    EXPECT_EQ(store->draft()->plannedMinutes, 3) << "after abandoning, a start goes through";
 }
 
 } // namespace

@@ -27,6 +27,18 @@ TEST(SystemServicesTest, DelayedCallsRunOnceAndCanDropTheirOwnHandle) {
     auto marker = services.scheduler->after(1ms, [&] { runs += 10; });
     QTRY_COMPARE_WITH_TIMEOUT(runs, 11, 5000);
     EXPECT_FALSE(marker->isActive());
+
+    // The same on the wall clock, which the rest's step waits on.
+    handle = services.scheduler->afterWallTime(1ms, [&] {
+        runs += 100;
+        handle.reset();
+    });
+    auto dropped = services.scheduler->afterWallTime(0ms, [&] { runs += 1000; });
+    dropped.reset();
+    QTRY_COMPARE_WITH_TIMEOUT(runs, 111, 5000);
+    auto wallMarker = services.scheduler->afterWallTime(2ms, [&] { runs += 10'000; });
+    QTRY_COMPARE_WITH_TIMEOUT(runs, 10'111, 5000);
+    EXPECT_FALSE(wallMarker->isActive());
 }
 
 TEST(SystemServicesTest, RepeatingTimersKeepFiringUntilDropped) {

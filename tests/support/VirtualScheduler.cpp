@@ -1,6 +1,8 @@
 #include "support/VirtualScheduler.h"
 
 #include <algorithm>
+#include <optional>
+#include <vector>
 
 namespace quill::test {
 
@@ -9,6 +11,7 @@ struct VirtualScheduler::Entry {
     qint64 periodMs = 0; // 0 for a one-shot call
     bool cancelled = false;
     bool fired = false;
+    std::optional<qint64> wallOffset; // wall minus monotonic when a wall-time call was planned
 };
 
 class VirtualScheduler::EntryHandle final : public Scheduler::Handle {
@@ -46,7 +49,37 @@ std::unique_ptr<Scheduler::Handle> VirtualScheduler::after(std::chrono::millisec
     return std::make_unique<EntryHandle>(e);
 }
 
+std::unique_ptr<Scheduler::Handle> VirtualScheduler::afterWallTime(std::chrono::milliseconds delay,
+                                                                   Callback fn) {
+    auto e = std::make_shared<Entry>();
+    e->fn = std::move(fn);
+    e->wallOffset = wallOffset();
+    schedule(e, m_clock->monotonicMs() + delay.count());
+    return std::make_unique<EntryHandle>(e);
+}
+
+qint64 VirtualScheduler::wallOffset() const {
+    return m_clock->now().toMSecsSinceEpoch() - m_clock->monotonicMs();
+}
+
+void VirtualScheduler::fireWallCallsOfAMovedClock() {
+    const qint64 offset = wallOffset();
+    std::vector<std::shared_ptr<Entry>> moved;
+    for (auto it = m_queue.begin(); it != m_queue.end();) {
+        if (it->second->wallOffset && *it->second->wallOffset != offset) {
+            it->second->wallOffset = offset;
+            moved.push_back(it->second);
+            it = m_queue.erase(it);
+        } else {
+            ++it;
+        }
+    }
+    for (const auto& e : moved)
+        schedule(e, m_clock->monotonicMs());
+}
+
 void VirtualScheduler::advance(qint64 ms) {
+    fireWallCallsOfAMovedClock();
     const qint64 end = m_clock->monotonicMs() + ms;
     while (!m_queue.empty() && m_queue.begin()->first <= end) {
         auto it = m_queue.begin();

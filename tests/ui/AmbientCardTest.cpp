@@ -56,6 +56,14 @@ TEST_F(AmbientCardTest, ClickingATileAddsItAndPlays) {
     EXPECT_TRUE(ui.isShown("ambient.tile.crickets.check"));
     EXPECT_TRUE(ui.item("ambient.tile.crickets.volume")->isEnabled());
 
+    // The waveform pulses only while someone can see it.
+    QQuickItem* wave = ui.item("ambient.waveform");
+    EXPECT_TRUE(wave->property("pulsing").toBool());
+    ui.window()->hide();
+    EXPECT_FALSE(wave->property("pulsing").toBool()) << "hidden";
+    ui.window()->show();
+    QTRY_VERIFY_WITH_TIMEOUT(wave->property("pulsing").toBool(), 5000);
+
     ui.click("ambient.play");
     EXPECT_FALSE(ui.store().isAmbientPlaying());
     EXPECT_EQ(ui.text("ambient.play"), "播放"); // follows playing, not the selection

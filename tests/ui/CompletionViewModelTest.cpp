@@ -96,7 +96,7 @@ TEST_F(CompletionViewModelTest, TheMusicLineShowsTheStoresStatus) {
     EXPECT_EQ(vm.musicMessage(), "");
     edit([](AppSettings& s) { s.autoPlayMusic = true; });
     endRound(60'000);
-    EXPECT_EQ(vm.musicMessage(), "正在连接“Apple Music”…");
+    EXPECT_EQ(vm.musicMessage(), "正在连接“本机音乐播放器”…");
     ASSERT_EQ(fakes.music->requests.size(), 1u);
     fakes.music->requests.front().completion(MusicOutcome{true, "Song — Artist"});
     EXPECT_EQ(vm.musicMessage(), "正在播放：Song — Artist");

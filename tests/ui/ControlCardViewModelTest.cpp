@@ -77,9 +77,9 @@ TEST_F(ControlCardTest, TheMusicLineDescribesTheEndOfRoundMusic) {
     EXPECT_EQ(vm.musicLineText(), "可在设置中开启结束音乐");
     EXPECT_EQ(vm.musicLineSymbol(), "music.note");
     edit([](AppSettings& s) { s.autoPlayMusic = true; });
-    EXPECT_EQ(vm.musicLineText(), "结束后随机播放 Apple Music");
+    EXPECT_EQ(vm.musicLineText(), "结束后随机播放本机音乐播放器");
     edit([](AppSettings& s) { s.musicService.reset(); });
-    EXPECT_EQ(vm.musicLineText(), "结束后随机播放 Apple Music");
+    EXPECT_EQ(vm.musicLineText(), "结束后随机播放本机音乐播放器");
     edit([](AppSettings& s) { s.musicService = MusicService::netEase; });
     EXPECT_EQ(vm.musicLineText(), "结束后播放网易云音乐");
     EXPECT_EQ(vm.musicLineSymbol(), "cloud.fill");

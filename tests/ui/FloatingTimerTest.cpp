@@ -2,7 +2,9 @@
 #include "ui/shell/FloatingTimerController.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QPointer>
+#include <QScreen>
 #include <gtest/gtest.h>
 
 using namespace quill;
@@ -112,6 +114,21 @@ TEST_F(FloatingTimerTest, BringingTheMainWindowBackClosesIt) {
     QMetaObject::invokeMethod(ui.trayIcon(), "activate");
     settle();
     EXPECT_EQ(panel(), nullptr);
+}
+
+TEST_F(FloatingTimerTest, ItReopensWhereItWasLeft) {
+    ui.store().startSession();
+    minimise();
+    ASSERT_NE(panel(), nullptr);
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    EXPECT_EQ(panel()->position(), QPoint(screen.right() + 1 - 24 - panel()->width(), 24))
+        << "first in the top-right corner, not over the middle of the screen";
+    panel()->setPosition(40, 300); // dragged there
+    ui.click("floatingTimer.restore", panel());
+    settle();
+    minimise();
+    ASSERT_NE(panel(), nullptr);
+    EXPECT_EQ(panel()->position(), QPoint(40, 300));
 }
 
 } // namespace

@@ -84,13 +84,31 @@ TEST(InsightScreens, DeletingThroughTheMenuAndAlertRemovesExactlyThatSessionForG
     EXPECT_EQ(ui.text("history.total.count.value"), "2");
 }
 
-TEST(InsightScreens, DeletingTheLastSessionFromTheKeyboardShowsTheEmptyState) {
+TEST(InsightScreens, TheHistoryMenuAndDeleteWorkFromTheKeyboardAlone) {
     UiHarness ui(seedSessions({sessionAt(today(9), 89)}));
     ui.click("sidebar.section.history");
     EXPECT_EQ(ui.text("history.card.0.title"), "1 分钟专注");
-    ui.item("history.list")->forceActiveFocus(Qt::TabFocusReason);
+    QQuickItem* list = ui.item("history.list");
+    list->forceActiveFocus(Qt::TabFocusReason);
+
+    // Escape closes the menu and the row keeps the keyboard.
     ui.pressKey(Qt::Key_Menu);
-    ui.click("history.menu.delete");
+    ASSERT_TRUE(ui.isShown("history.menu.delete"));
+    ui.pressKey(Qt::Key_Escape);
+    EXPECT_FALSE(ui.isShown("history.menu.delete"));
+    EXPECT_TRUE(list->hasActiveFocus());
+
+    // Shift+F10 opens it too, with its entry ready for Return.
+    QTest::keyClick(ui.window(), Qt::Key_F10, Qt::ShiftModifier);
+    ui.settle();
+    ui.pressKey(Qt::Key_Return);
+    ASSERT_TRUE(ui.isShown("history.confirm"));
+    ui.click("history.confirm.cancel");
+    EXPECT_EQ(ui.store().sessions().size(), 1);
+
+    list->forceActiveFocus(Qt::TabFocusReason);
+    ui.pressKey(Qt::Key_Delete);
+    ASSERT_TRUE(ui.isShown("history.confirm"));
     ui.click("history.confirm.confirm");
     EXPECT_TRUE(ui.store().sessions().isEmpty());
     EXPECT_TRUE(ui.isShown("history.empty"));

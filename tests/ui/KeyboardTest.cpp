@@ -127,6 +127,34 @@ TEST_F(KeyboardTest, AWholeRoundFromStartToSavedReview) {
     EXPECT_EQ(ui.store().phase(), SessionPhase::focusing);
 }
 
+TEST_F(KeyboardTest, ReturnPressesAndTheFocusIsAlwaysSomewhereInSight) {
+    // The window opens with a visible focus: the first key already does something.
+    ASSERT_NE(focused(), nullptr);
+    EXPECT_EQ(focusedName(), "sidebar.section.focus");
+    expectFocusSound("at launch");
+
+    // Tab down to the last ambient tile, below the fold: the page follows the focus.
+    tabTo("ambient.tile.brownNoise.toggle");
+    QQuickItem* page = ui.item("focus.scroll");
+    const QRectF seen = focused()->mapRectToItem(page, focused()->boundingRect());
+    EXPECT_GE(seen.top(), 0);
+    EXPECT_LE(seen.bottom(), page->height());
+
+    ui.fakes.random->script.push_back(3600);
+    tabTo("focus.primary");
+    key(Qt::Key_Return);
+    ASSERT_EQ(ui.store().phase(), SessionPhase::focusing);
+    ui.advance(120'000);
+    tabTo("focus.end");
+    key(Qt::Key_Return);
+    ASSERT_EQ(focusedName(), "endDialog.review");
+    key(Qt::Key_Enter);
+    ASSERT_TRUE(ui.isShown("review.save"));
+    // The keyboard starts on the rating shown, so Space keeps it.
+    const int shown = ui.item("review.focus")->property("value").toInt();
+    EXPECT_EQ(focusedName().toStdString(), "review.focus." + std::to_string(shown));
+}
+
 TEST_F(KeyboardTest, AbandoningIsConfirmedAndEscapeStepsBackOneLayer) {
     startRound();
     press("focus.end");

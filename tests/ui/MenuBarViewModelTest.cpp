@@ -53,6 +53,19 @@ TEST_F(MenuBarViewModelTest, AMicroBreakCountsDownAndCanBeSkipped) {
     EXPECT_EQ(store->phase(), SessionPhase::focusing);
 }
 
+TEST_F(MenuBarViewModelTest, AWaitingReviewReplacesTheStart) {
+    start();
+    EXPECT_FALSE(vm.reviewPending());
+    advance(50 * 60'000 + 250);
+    ASSERT_EQ(store->phase(), SessionPhase::completed);
+    EXPECT_TRUE(vm.reviewPending());
+    EXPECT_FALSE(vm.active());
+    vm.start();
+    EXPECT_EQ(store->phase(), SessionPhase::completed) << "the finished round is kept";
+    store->saveCompletion(4, 3, QString());
+    EXPECT_FALSE(vm.reviewPending());
+}
+
 TEST_F(MenuBarViewModelTest, TheAmbientRowFollowsThePlayingFlag) {
     EXPECT_EQ(vm.ambientLabel(), "环境音");
     EXPECT_EQ(vm.ambientButtonTitle(), "播放");

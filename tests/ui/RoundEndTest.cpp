@@ -187,7 +187,7 @@ TEST_F(RoundEndTest, TheReviewShowsTheMusicStatusWhenThereIsOne) {
     EXPECT_FALSE(ui.isShown("review.music"));
     openReview();
     EXPECT_TRUE(ui.isShown("review.music"));
-    EXPECT_EQ(ui.text("review.music.text"), "正在连接“Apple Music”…");
+    EXPECT_EQ(ui.text("review.music.text"), "正在连接“本机音乐播放器”…");
 }
 
 } // namespace

@@ -1,11 +1,14 @@
 #include "UiHarness.h"
 
 #include "storage/Persistence.h"
+#include "ui/shell/FloatingTimerController.h"
 #include "ui/theme/Symbols.h"
 
+#include <QCursor>
 #include <QFont>
 #include <QGuiApplication>
 #include <QImage>
+#include <QScreen>
 #include <gtest/gtest.h>
 
 using namespace quill;
@@ -202,6 +205,75 @@ TEST_F(TrayPanelTest, ItsAmbientButtonPlaysAndPauses) {
     EXPECT_EQ(ui.text("ambient.status"), "正在播放：雨声"); // rain was chosen for us
     ui.click("tray.ambient", panel());
     EXPECT_FALSE(ui.store().isAmbientPlaying());
+}
+
+TEST_F(TrayPanelTest, AWaitingReviewIsOfferedInsteadOfANewStart) {
+    ui.store().startSession();
+    ui.store().endSessionForReview();
+    ui.window()->showMinimized();
+    openPanel();
+    EXPECT_FALSE(ui.isShown("tray.start", panel()));
+    EXPECT_EQ(ui.text("tray.reviewCaption", panel()), "这一轮还没有复盘。");
+    ui.click("tray.review", panel());
+    EXPECT_FALSE(panel()->isVisible());
+    EXPECT_FALSE(ui.window()->windowStates() & Qt::WindowMinimized);
+    ui.settle();
+    EXPECT_TRUE(ui.isShown("review.save"));
+    EXPECT_EQ(ui.store().phase(), SessionPhase::completed);
+
+    QMetaObject::invokeMethod(ui.trayIcon(), "triggerMenuEntry", Q_ARG(int, 1)); // 退出
+    ui.settle();
+    EXPECT_EQ(ui.text("quitDialog.cancel"), "返回复盘");
+    EXPECT_GT(ui.item("quitDialog.cancel")->width(), 100) << "laid out, not squeezed";
+    ui.click("quitDialog.cancel"); // answerable over the sheet
+    EXPECT_FALSE(ui.isShown("quitDialog.cancel"));
+    EXPECT_TRUE(ui.isShown("review.save"));
+}
+
+TEST_F(TrayPanelTest, ClosingDuringARoundKeepsItAndTheTrayMenuBringsTheWindowBack) {
+    QObject* closer = ui.window()->findChild<QObject*>("mainWindowCloser");
+    auto* floating = ui.window()->findChild<FloatingTimerController*>("floatingTimerController");
+    ui.store().startSession();
+    ui.window()->close(); // no tray host here
+    EXPECT_TRUE(ui.window()->windowStates() & Qt::WindowMinimized);
+    EXPECT_EQ(ui.store().phase(), SessionPhase::focusing);
+
+    QMetaObject::invokeMethod(ui.trayIcon(), "showMainWindow");
+    closer->setProperty("trayHost", true);
+    ui.window()->close();
+    EXPECT_FALSE(ui.window()->isVisible()) << "hidden into the tray";
+    EXPECT_NE(floating->panel(), nullptr) << "the round stays in view";
+    EXPECT_EQ(ui.store().phase(), SessionPhase::focusing);
+
+    EXPECT_EQ(ui.trayIcon()->property("menuEntries").toStringList(),
+              QStringList({"打开 Quillmere", "退出"}));
+    QMetaObject::invokeMethod(ui.trayIcon(), "triggerMenuEntry", Q_ARG(int, 1));
+    ui.settle();
+    EXPECT_TRUE(ui.window()->isVisible()) << "the question is asked in the window";
+    EXPECT_EQ(ui.text("quitDialog.cancel"), "继续专注");
+    ui.click("quitDialog.cancel");
+    EXPECT_EQ(ui.store().phase(), SessionPhase::focusing);
+
+    ui.window()->close();
+    QMetaObject::invokeMethod(ui.trayIcon(), "triggerMenuEntry", Q_ARG(int, 0));
+    EXPECT_TRUE(ui.window()->isVisible());
+    EXPECT_EQ(floating->panel(), nullptr);
+}
+
+TEST_F(TrayPanelTest, OnABottomPanelItGrowsUpwardAndAClickInTheWindowClosesIt) {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QCursor::setPos(screen.center().x(), screen.bottom() - 2); // a tray at the bottom
+    openPanel();
+    const int bottom = panel()->geometry().bottom();
+    const int height = panel()->height();
+    ui.click("tray.start", panel());
+    ui.settle(panel());
+    EXPECT_GT(panel()->height(), height);
+    EXPECT_EQ(panel()->geometry().bottom(), bottom) << "the edge by the tray stays put";
+    EXPECT_FALSE(panel()->mask().isEmpty()) << "no compositor here: the corners are cut";
+
+    ui.clickAt(QPointF(600, 20));
+    EXPECT_FALSE(panel()->isVisible());
 }
 
 TEST_F(TrayPanelTest, ClickingTheIconBringsBackAMinimisedMainWindow) {

@@ -99,6 +99,53 @@ TEST_F(ShellViewModelTest, ActiveStateDrivesTheDotAndTheTraySymbol) {
     EXPECT_EQ(vm.traySymbol(), "leaf");
 }
 
+TEST_F(ShellViewModelTest, ClosingTheWindowNeverEndsARound) {
+    using A = ShellViewModel;
+    EXPECT_EQ(vm.closeAction(true), A::HideWindow);
+    EXPECT_EQ(vm.closeAction(false), A::QuitApp) << "idle without a tray: nothing to come back to";
+    start();
+    store->togglePause();
+    EXPECT_EQ(vm.closeAction(true), A::HideWindow);
+    EXPECT_EQ(vm.closeAction(false), A::MinimiseWindow);
+    store->endSessionForReview();
+    EXPECT_EQ(vm.closeAction(false), A::MinimiseWindow) << "the review still waits";
+    store->saveCompletion(4, 3, QString());
+    EXPECT_EQ(vm.closeAction(false), A::QuitApp);
+    EXPECT_EQ(store->sessions().size(), 1);
+}
+
+TEST_F(ShellViewModelTest, QuittingAsksWhileARoundIsUnderWay) {
+    QSignalSpy approved(&vm, &ShellViewModel::quitApproved);
+    QSignalSpy wanted(&vm, &ShellViewModel::windowWanted);
+    vm.requestQuit();
+    EXPECT_EQ(approved.count(), 1) << "idle quits without a question";
+    EXPECT_FALSE(vm.quitConfirmVisible());
+
+    start();
+    vm.requestQuit();
+    EXPECT_TRUE(vm.quitConfirmVisible());
+    EXPECT_EQ(vm.quitCancelTitle(), "继续专注");
+    EXPECT_EQ(wanted.count(), 1) << "the question shows in the main window";
+    EXPECT_EQ(approved.count(), 1);
+    vm.cancelQuit();
+    EXPECT_FALSE(vm.quitConfirmVisible());
+    EXPECT_EQ(store->phase(), SessionPhase::focusing);
+
+    vm.requestQuit();
+    advance(50 * 60'000 + 250); // the round runs out under the question
+    EXPECT_TRUE(vm.quitConfirmVisible());
+    EXPECT_EQ(vm.quitCancelTitle(), "返回复盘");
+    vm.confirmQuit();
+    EXPECT_EQ(approved.count(), 2);
+    EXPECT_EQ(store->phase(), SessionPhase::idle);
+    EXPECT_TRUE(store->sessions().isEmpty()) << "quitting abandons the round";
+
+    start();
+    vm.requestQuit();
+    store->abandonSession(); // ended elsewhere (the tray panel, the floating timer)
+    EXPECT_FALSE(vm.quitConfirmVisible()) << "nothing left to ask";
+}
+
 TEST_F(ShellViewModelTest, TodayFiguresComeFromTheStatistics) {
     EXPECT_EQ(vm.todayMinutesValue(), "0");
     EXPECT_EQ(vm.todaySessionsValue(), "0");

@@ -46,6 +46,11 @@ UiHarness::UiHarness(const std::function<void(FakeServices&)>& seed) {
     m_runtime = std::make_unique<UiRuntime>(fakes.services());
     if (!m_runtime->load())
         ADD_FAILURE() << "main window did not load";
+    // Where the floating timer was left stays with the test, not in the user's state home.
+    if (QObject* floating =
+            window()->findChild<QObject*>(QStringLiteral("floatingTimerController")))
+        floating->setProperty("placeFile",
+                              fakes.data->directory() + QStringLiteral("-floating-timer-position"));
     settle();
 }
 

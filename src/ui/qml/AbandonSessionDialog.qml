@@ -1,11 +1,15 @@
 import QtQuick
 import Quillmere
 
-// Confirms abandoning from the review.
+// Confirms abandoning a round: from the review, or before quitting.
 DialogPanel {
     id: dialog
     signal cancelChosen()
     signal confirmChosen()
+    // The way back: to the review, or on with the round.
+    property string cancelTitle: "返回复盘"
+    // Names the buttons for tests and tools: "<prefix>.cancel", "<prefix>.confirm".
+    property string buttonPrefix: "abandonDialog"
     // The safe choice, which takes the focus when the question opens.
     readonly property Item cancelButton: cancelButton
     width: 390
@@ -31,13 +35,13 @@ DialogPanel {
         Column {
             width: parent.width
             spacing: 5
-            Text {
+            QuillText {
                 text: "放弃这轮专注？"
                 font.pixelSize: 20
                 font.weight: Font.Bold
                 color: Theme.primaryText
             }
-            Text {
+            QuillText {
                 width: parent.width
                 text: "本轮时间和事件不会写入统计或历史记录。"
                 font.pixelSize: 11
@@ -50,13 +54,13 @@ DialogPanel {
             spacing: 10
             QuillSecondaryButton {
                 id: cancelButton
-                objectName: "abandonDialog.cancel"
+                objectName: dialog.buttonPrefix + ".cancel"
                 width: (parent.width - parent.spacing) / 2
-                text: "返回复盘"
+                text: dialog.cancelTitle
                 onClicked: dialog.cancelChosen()
             }
             QuillDestructiveButton {
-                objectName: "abandonDialog.confirm"
+                objectName: dialog.buttonPrefix + ".confirm"
                 width: (parent.width - parent.spacing) / 2
                 text: "确认放弃"
                 onClicked: dialog.confirmChosen()

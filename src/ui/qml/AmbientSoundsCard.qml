@@ -11,6 +11,7 @@ QuillCard {
     implicitHeight: body.implicitHeight + 2 * padding
 
     AmbientCardViewModel { id: ambient; store: card.store }
+    WindowShown { id: windowShown; window: card.Window.window }
     // The play button and every tile can start the sound.
     HoverHandler { onHoveredChanged: if (hovered) ambient.prepare() }
 
@@ -43,12 +44,15 @@ QuillCard {
                         // Stepped brightness stands in for the iterative variable-colour
                         // effect while playing: a few repaints a second of a small glyph, not a
                         // 60 fps animation (which cost 6 % of a core in the software renderer).
+                        // Only while someone can see it: a minimised or covered window
+                        // draws nothing, and the timer would still wake the app.
+                        property bool pulsing: ambient.playing && card.visible && windowShown.shown
                         property int pulseStep: 0
                         opacity: ambient.playing ? [1.0, 0.72, 0.45, 0.72][pulseStep] : 1.0
                         Timer {
                             interval: 280
                             repeat: true
-                            running: ambient.playing && Theme.motion > 0
+                            running: wave.pulsing && Theme.motion > 0
                             onTriggered: wave.pulseStep = (wave.pulseStep + 1) % 4
                             onRunningChanged: wave.pulseStep = 0
                         }
@@ -61,13 +65,13 @@ QuillCard {
                     anchors.rightMargin: 10
                     anchors.verticalCenter: parent.verticalCenter
                     spacing: 4
-                    Text {
+                    QuillText {
                         text: "环境音"
                         font.pixelSize: 15
                         font.weight: Font.Bold
                         color: Theme.primaryText
                     }
-                    Text {
+                    QuillText {
                         id: ambientStatus
                         objectName: "ambient.status"
                         width: parent.width

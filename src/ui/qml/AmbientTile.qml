@@ -39,11 +39,12 @@ Rectangle {
             Accessible.role: Accessible.Button
             Accessible.name: tile.title + "，" + tile.help
             Accessible.description: tile.subtitle
-            // Four tiles to a row leave the subtitle one short line; the tooltip (on hover or
-            // keyboard focus) reads it in full.
+            // Four tiles to a row leave the subtitle one short line; the tooltip on hover reads
+            // it in full. Keyboard focus shows none: it would cover the tiles below, and the
+            // full subtitle is the control's description.
             QuillToolTip {
                 text: tile.title + " · " + tile.subtitle + "\n" + tile.help
-                shown: toggle.hovered || toggle.visualFocus
+                shown: toggle.hovered
             }
             hoverEnabled: true
             onClicked: tile.card.toggleSound(tile.raw)
@@ -81,7 +82,7 @@ Rectangle {
                         color: tile.tintColor
                     }
                 }
-                Text {
+                QuillText {
                     width: parent.width
                     text: tile.title
                     font.pixelSize: 12
@@ -89,7 +90,7 @@ Rectangle {
                     color: Theme.primaryText
                     elide: Text.ElideRight
                 }
-                Text {
+                QuillText {
                     objectName: tile.objectName + ".subtitle"
                     width: parent.width
                     text: tile.subtitle

@@ -56,6 +56,7 @@ T.Popup {
         FocusTrap {
             scope: sheetContent.parent
             active: sheet.shown
+            initialFocus: focusRating.chosenSegment
         }
 
         Column {
@@ -81,13 +82,13 @@ T.Popup {
                 Column {
                     width: parent.width - 70
                     spacing: 5
-                    Text {
+                    QuillText {
                         text: "本轮完成"
                         font.pixelSize: 30
                         font.weight: Font.Bold
                         color: Theme.primaryText
                     }
-                    Text {
+                    QuillText {
                         width: parent.width
                         text: "花一分钟复盘，注意力训练才会留下可比较的数据。"
                         font.pixelSize: 13
@@ -111,7 +112,7 @@ T.Popup {
                                 size: 10
                                 color: review.taskChipIsTask ? Theme.blue : Theme.secondaryText
                             }
-                            Text {
+                            QuillText {
                                 objectName: "review.taskChip.text"
                                 anchors.verticalCenter: parent.verticalCenter
                                 text: review.taskChipText
@@ -151,6 +152,7 @@ T.Popup {
             }
 
             RatingRow {
+                id: focusRating
                 objectName: "review.focus"
                 width: parent.width
                 title: "整体专注程度"
@@ -181,7 +183,7 @@ T.Popup {
                     size: 11
                     color: Theme.secondaryText
                 }
-                Text {
+                QuillText {
                     objectName: "review.music.text"
                     anchors.verticalCenter: parent.verticalCenter
                     text: review.musicMessage
@@ -193,7 +195,7 @@ T.Popup {
             Column {
                 width: parent.width
                 spacing: 8
-                Text {
+                QuillText {
                     text: "一句话记录（可选）"
                     font.pixelSize: 12
                     font.weight: Font.DemiBold
@@ -217,7 +219,7 @@ T.Popup {
             anchors.right: parent.right
             anchors.bottom: parent.bottom
             height: 46
-            Text {
+            QuillText {
                 anchors.left: parent.left
                 anchors.verticalCenter: parent.verticalCenter
                 text: "记录感觉，不给今天的自己打分。"

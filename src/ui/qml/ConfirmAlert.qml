@@ -69,7 +69,7 @@ Item {
             Column {
                 width: parent.width
                 spacing: 5
-                Text {
+                QuillText {
                     width: parent.width
                     text: layer.title
                     font.pixelSize: 20
@@ -77,7 +77,7 @@ Item {
                     color: Theme.primaryText
                     wrapMode: Text.WordWrap
                 }
-                Text {
+                QuillText {
                     width: parent.width
                     text: layer.message
                     visible: text.length > 0

@@ -35,14 +35,14 @@ QuillCard {
             Column {
                 anchors.verticalCenter: parent.verticalCenter
                 spacing: 2
-                Text {
+                QuillText {
                     objectName: "control.title"
                     text: card.controls.headingTitle
                     font.pixelSize: 17
                     font.weight: Font.Bold
                     color: Theme.primaryText
                 }
-                Text {
+                QuillText {
                     objectName: "control.subtitle"
                     text: card.controls.headingSubtitle
                     font.pixelSize: 11
@@ -79,6 +79,8 @@ QuillCard {
                     symbol: card.controls.creatorToggleSymbol
                     Accessible.name: card.controls.creatorToggleHelp
                     toolTip: card.controls.creatorToggleHelp
+                    // The row it opens lies below; the tip must not cover its 添加.
+                    toolTipAbove: true
                     onClicked: {
                         card.controls.toggleTaskCreator()
                         // Opening the row puts the cursor in its field, ready to type.
@@ -160,7 +162,7 @@ QuillCard {
                                  : Theme.palette.neutralFill(chip.pressed ? 0.13 : chip.hovered ? 0.1 : 0.06)
                             FocusRing { control: chip; baseRadius: 10 }
                         }
-                        contentItem: Text {
+                        contentItem: QuillText {
                             text: chip.text
                             font.pixelSize: 13
                             font.weight: Font.DemiBold
@@ -190,7 +192,7 @@ QuillCard {
                         text = Qt.binding(() => card.settings.selectedDurationMinutes)
                     }
                 }
-                Text {
+                QuillText {
                     anchors.verticalCenter: parent.verticalCenter
                     text: "分"
                     font.pixelSize: 12
@@ -294,7 +296,7 @@ QuillCard {
                 size: 12
                 color: Theme.secondaryText
             }
-            Text {
+            QuillText {
                 objectName: "control.musicLine"
                 anchors.verticalCenter: parent.verticalCenter
                 text: card.controls.musicLineText

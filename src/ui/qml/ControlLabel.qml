@@ -7,7 +7,7 @@ Item {
     property string title
     property string value
     implicitHeight: 16
-    Text {
+    QuillText {
         anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         text: label.title
@@ -15,7 +15,7 @@ Item {
         font.weight: Font.DemiBold
         color: Theme.secondaryText
     }
-    Text {
+    QuillText {
         objectName: label.objectName + ".value"
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter

@@ -9,10 +9,7 @@ QuillButtonBase {
     property color tint: Theme.mint
     implicitHeight: Math.max(64, texts.implicitHeight + 24)
     hoverEnabled: true
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    // A screen reader's "press" is a click.
-    Accessible.onPressAction: control.clicked()
+    Accessible.description: detail
 
     scale: pressed ? 0.99 : 1.0
     Behavior on scale { NumberAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }

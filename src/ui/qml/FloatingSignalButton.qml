@@ -43,7 +43,7 @@ QuillButtonBase {
                     color: control.tint
                 }
             }
-            Text {
+            QuillText {
                 anchors.verticalCenter: parent.verticalCenter
                 text: control.title
                 font.pixelSize: 11
@@ -51,7 +51,7 @@ QuillButtonBase {
                 color: Theme.primaryText
             }
         }
-        Text {
+        QuillText {
             objectName: control.objectName + ".count"
             anchors.right: parent.right
             anchors.rightMargin: 10

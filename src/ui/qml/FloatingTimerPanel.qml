@@ -88,14 +88,14 @@ Window {
                 anchors.leftMargin: 14
                 anchors.verticalCenter: parent.verticalCenter
                 spacing: 0
-                Text {
+                QuillText {
                     objectName: "floatingTimer.status"
                     text: vm.statusWord
                     font.pixelSize: 10
                     font.weight: Font.DemiBold
                     color: Theme.palette.tint(vm.statusTint)
                 }
-                Text {
+                QuillText {
                     objectName: "floatingTimer.time"
                     text: vm.timeText
                     font.pixelSize: 29

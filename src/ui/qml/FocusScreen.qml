@@ -15,6 +15,7 @@ Item {
 
     Flickable {
         id: flick
+        KeepFocusInView { flickable: flick }
         objectName: "focus.scroll"
         anchors.fill: parent
         contentWidth: width

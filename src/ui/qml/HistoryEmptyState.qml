@@ -20,7 +20,7 @@ Column {
             color: Theme.mint
         }
     }
-    Text {
+    QuillText {
         objectName: "history.empty.title"
         anchors.horizontalCenter: parent.horizontalCenter
         text: "还没有专注记录"
@@ -28,7 +28,7 @@ Column {
         font.weight: Font.DemiBold
         color: Theme.primaryText
     }
-    Text {
+    QuillText {
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(implicitWidth, empty.width)
         text: "完成第一轮后，时长、走神、精力和复盘会出现在这里。"

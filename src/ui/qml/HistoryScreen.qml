@@ -14,6 +14,7 @@ Item {
 
     ListView {
         id: list
+        KeepFocusInView { flickable: list }
         objectName: "history.list"
         anchors.fill: parent
         anchors.leftMargin: 30
@@ -42,8 +43,13 @@ Item {
             }
         }
         function openCurrentMenu() {
-            if (currentItem)
-                currentItem.openMenu(24, currentItem.height / 2);
+            if (!currentItem)
+                return;
+            currentItem.openMenu(24, currentItem.height / 2);
+            // From the keyboard the first entry is current at once, so Return takes it, and
+            // closing gives the focus back to the row.
+            cardMenu.fromKeyboard = true;
+            cardMenu.currentIndex = 0;
         }
 
         header: Column {
@@ -134,6 +140,12 @@ Item {
         id: cardMenu
         objectName: "history.menu"
         property int row: -1
+        property bool fromKeyboard: false
+        onClosed: {
+            if (fromKeyboard && !vm.confirmingDelete)
+                list.forceActiveFocus(Qt.TabFocusReason);
+            fromKeyboard = false;
+        }
         MenuItem {
             objectName: "history.menu.delete"
             text: "删除这条记录"
@@ -141,7 +153,7 @@ Item {
             leftPadding: 10
             rightPadding: 10
             onTriggered: vm.requestDelete(cardMenu.row)
-            contentItem: Text {
+            contentItem: QuillText {
                 text: parent.text
                 font.pixelSize: 13
                 color: Theme.coral

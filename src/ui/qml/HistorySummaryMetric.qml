@@ -28,14 +28,14 @@ Row {
     Column {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 1
-        Text {
+        QuillText {
             objectName: metric.objectName + ".value"
             text: metric.value
             font.pixelSize: 20
             font.weight: Font.Bold
             color: Theme.primaryText
         }
-        Text {
+        QuillText {
             text: metric.label
             font.pixelSize: 10
             color: Theme.secondaryText

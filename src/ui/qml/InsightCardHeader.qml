@@ -16,7 +16,7 @@ Item {
         anchors.right: icon.left
         anchors.rightMargin: 10
         spacing: 3
-        Text {
+        QuillText {
             objectName: header.objectName + ".title"
             width: parent.width
             text: header.title
@@ -25,7 +25,7 @@ Item {
             color: Theme.primaryText
             elide: Text.ElideRight
         }
-        Text {
+        QuillText {
             width: parent.width
             text: header.subtitle
             font.pixelSize: 11

@@ -22,7 +22,7 @@ Item {
             color: Theme.secondaryText
             opacity: 0.5
         }
-        Text {
+        QuillText {
             objectName: empty.objectName + ".text"
             anchors.horizontalCenter: parent.horizontalCenter
             text: empty.text

@@ -35,7 +35,7 @@ QuillCard {
                 color: tile.tint
             }
         }
-        Text {
+        QuillText {
             objectName: tile.objectName + ".value"
             width: parent.width
             text: tile.value
@@ -44,7 +44,7 @@ QuillCard {
             color: Theme.primaryText
             elide: Text.ElideRight
         }
-        Text {
+        QuillText {
             width: parent.width
             text: tile.label
             font.pixelSize: 12
@@ -52,7 +52,7 @@ QuillCard {
             color: Theme.primaryText
             elide: Text.ElideRight
         }
-        Text {
+        QuillText {
             width: parent.width
             text: tile.footnote
             font.pixelSize: 10

@@ -14,6 +14,7 @@ Item {
 
     Flickable {
         id: flick
+        KeepFocusInView { flickable: flick }
         objectName: "insights.scroll"
         anchors.fill: parent
         contentWidth: width
@@ -53,7 +54,7 @@ Item {
                     color: Theme.palette.neutralFill(0.05)
                     border.width: 1
                     border.color: Theme.hairline
-                    Text {
+                    QuillText {
                         id: pillText
                         objectName: "insights.sample"
                         anchors.centerIn: parent

@@ -41,13 +41,13 @@ QuillButtonBase {
             anchors.leftMargin: 12
             anchors.verticalCenter: parent.verticalCenter
             spacing: 2
-            Text {
+            QuillText {
                 text: control.text
                 font.pixelSize: 14
                 font.weight: Font.DemiBold
                 color: Theme.primaryText
             }
-            Text {
+            QuillText {
                 objectName: control.objectName + ".count"
                 text: control.countText
                 font.pixelSize: 11

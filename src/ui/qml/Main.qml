@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Window
 import QtQuick.Shapes
+import QtQuick.Templates as T
 import Quillmere
 
 // The main window: sidebar, the selected screen over the background gradient, the toast,
@@ -131,6 +132,46 @@ Window {
         }
     }
 
+    // Asked before quitting during a round or while its review waits; over the review sheet
+    // too, so it is a modal popup as well.
+    Loader {
+        active: shell.quitConfirmVisible || status !== Loader.Null
+        sourceComponent: T.Popup {
+            id: quitPopup
+            objectName: "quitDialog"
+            visible: shell.quitConfirmVisible
+            modal: true
+            focus: true
+            z: 100
+            closePolicy: T.Popup.NoAutoClose
+            anchors.centerIn: T.Overlay.overlay
+            padding: 0
+            width: quitPanel.width
+            height: quitPanel.height
+            T.Overlay.modal: Rectangle { color: Theme.alpha("#000000", 0.28) }
+
+            FocusTrap {
+                scope: quitPanel
+                active: quitPopup.visible
+                initialFocus: quitPanel.cancelButton
+                onEscapePressed: shell.cancelQuit()
+            }
+            AbandonSessionDialog {
+                id: quitPanel
+                buttonPrefix: "quitDialog"
+                cancelTitle: shell.quitCancelTitle
+                onCancelChosen: shell.cancelQuit()
+                onConfirmChosen: shell.confirmQuit()
+            }
+        }
+    }
+
+    Shortcut {
+        sequence: "Ctrl+Q"
+        context: Qt.ApplicationShortcut
+        onActivated: shell.requestQuit()
+    }
+
     // The tray panel is built the first time the icon is clicked.
     Loader {
         id: trayPanelLoader
@@ -138,13 +179,19 @@ Window {
         sourceComponent: TrayPanel {
             objectName: "trayPanel"
             store: root.store
+            composited: trayIcon.composited
+            onReviewWanted: trayIcon.showMainWindow()
         }
     }
+
+    MainWindowCloser { objectName: "mainWindowCloser"; window: root; shell: shell; trayHost: trayIcon.hostAvailable }
 
     FloatingTimerController { objectName: "floatingTimerController"; store: root.store; mainWindow: root }
 
     TrayIcon {
+        id: trayIcon
         objectName: "trayIcon"
+        onQuitRequested: shell.requestQuit()
         symbol: shell.traySymbol
         panel: trayPanelLoader.item
         mainWindow: root

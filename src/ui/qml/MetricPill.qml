@@ -28,14 +28,14 @@ Row {
     Column {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 1
-        Text {
+        QuillText {
             objectName: pill.objectName + ".value"
             text: pill.value
             font.pixelSize: 14
             font.weight: Font.DemiBold
             color: Theme.primaryText
         }
-        Text {
+        QuillText {
             text: pill.label
             font.pixelSize: Math.max(10, Theme.smallTextMinimum)
             font.weight: Font.Medium

@@ -11,7 +11,7 @@ Column {
     signal stepped(int newValue)
     spacing: 4
 
-    Text {
+    QuillText {
         text: block.title
         font.pixelSize: Math.max(9, Theme.smallTextMinimum)
         font.weight: Font.DemiBold
@@ -22,7 +22,7 @@ Column {
         Row {
             anchors.verticalCenter: parent.verticalCenter
             spacing: 2
-            Text {
+            QuillText {
                 id: valueText
                 objectName: block.objectName + ".value"
                 text: block.value
@@ -30,7 +30,7 @@ Column {
                 font.weight: Font.DemiBold
                 color: Theme.primaryText
             }
-            Text {
+            QuillText {
                 anchors.baseline: valueText.baseline
                 text: "分"
                 font.pixelSize: 11

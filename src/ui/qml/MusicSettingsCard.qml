@@ -39,7 +39,7 @@ SettingsCard {
             onActivated: (index) => card.music.serviceIndex = index
         }
     }
-    Text {
+    QuillText {
         objectName: "settings.music.netEaseNote"
         visible: card.music.netEase
         width: parent.width
@@ -81,7 +81,7 @@ SettingsCard {
             text: card.music.playlistName
             onTextEdited: card.music.playlistName = text
         }
-        Text {
+        QuillText {
             text: card.music.playlistCaption
             font.pixelSize: 9
             color: Theme.secondaryText
@@ -98,7 +98,7 @@ SettingsCard {
             anchors.rightMargin: 10
             anchors.verticalCenter: parent.verticalCenter
             spacing: 2
-            Text {
+            QuillText {
                 objectName: "settings.music.hintTitle"
                 width: parent.width
                 text: card.music.hintTitle
@@ -107,7 +107,7 @@ SettingsCard {
                 color: Theme.primaryText
                 elide: Text.ElideRight
             }
-            Text {
+            QuillText {
                 objectName: "settings.music.hintDetail"
                 width: parent.width
                 text: card.music.hintDetail
@@ -126,7 +126,7 @@ SettingsCard {
             onClicked: card.music.testMusic()
         }
     }
-    Text {
+    QuillText {
         objectName: "settings.music.message"
         visible: text !== ""
         width: parent.width

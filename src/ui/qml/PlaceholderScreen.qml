@@ -23,7 +23,7 @@ Item {
                 color: Theme.mint
             }
         }
-        Text {
+        QuillText {
             anchors.horizontalCenter: parent.horizontalCenter
             objectName: "placeholder.title"
             text: screen.sectionTitle + "，即将推出"
@@ -31,7 +31,7 @@ Item {
             font.weight: Font.Bold
             color: Theme.primaryText
         }
-        Text {
+        QuillText {
             anchors.horizontalCenter: parent.horizontalCenter
             text: "这一部分还在打磨中，先回到“专注”练习一轮吧。"
             font.pixelSize: 13

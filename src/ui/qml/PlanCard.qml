@@ -58,7 +58,7 @@ QuillCard {
             }
             Column {
                 anchors.centerIn: ring
-                Text {
+                QuillText {
                     objectName: "insights.plan.minutes"
                     anchors.horizontalCenter: parent.horizontalCenter
                     text: card.vm.recommendedValue
@@ -66,7 +66,7 @@ QuillCard {
                     font.weight: Font.Bold
                     color: Theme.primaryText
                 }
-                Text {
+                QuillText {
                     anchors.horizontalCenter: parent.horizontalCenter
                     text: "分钟"
                     font.pixelSize: 12
@@ -88,7 +88,7 @@ QuillCard {
                         height: 17
                         radius: 8.5
                         color: Theme.mint
-                        Text {
+                        QuillText {
                             anchors.centerIn: parent
                             text: index + 1
                             font.pixelSize: 10
@@ -96,7 +96,7 @@ QuillCard {
                             color: Theme.onAccent
                         }
                     }
-                    Text {
+                    QuillText {
                         anchors.verticalCenter: parent.verticalCenter
                         width: column.width - 26
                         text: modelData

@@ -16,6 +16,8 @@ T.ComboBox {
     font.pixelSize: 13
     opacity: enabled ? 1.0 : 0.45
     Accessible.name: displayText
+    // A symbol drawn before an entry, by the entry's text (the random choice's shuffle).
+    property var optionSymbols: ({})
 
     hoverEnabled: true
     background: Rectangle {
@@ -25,7 +27,7 @@ T.ComboBox {
         border.color: Theme.hairline
         FocusRing { control: box; baseRadius: 10 }
     }
-    contentItem: Text {
+    contentItem: QuillText {
         leftPadding: 10
         rightPadding: box.indicator.width + 6
         text: box.displayText
@@ -52,12 +54,24 @@ T.ComboBox {
         padding: 12
         spacing: 8
         Accessible.name: modelData
-        contentItem: Text {
-            text: option.modelData
-            font.pixelSize: 13
-            color: Theme.primaryText
-            verticalAlignment: Text.AlignVCenter
-            elide: Text.ElideRight
+        contentItem: Row {
+            spacing: 6
+            SymbolIcon {
+                id: optionSymbol
+                anchors.verticalCenter: parent.verticalCenter
+                visible: name !== ""
+                name: box.optionSymbols[option.modelData] || ""
+                size: 12
+                color: Theme.secondaryText
+            }
+            QuillText {
+                width: parent.width - (optionSymbol.visible ? optionSymbol.width + parent.spacing : 0)
+                anchors.verticalCenter: parent.verticalCenter
+                text: option.modelData
+                font.pixelSize: 13
+                color: Theme.primaryText
+                elide: Text.ElideRight
+            }
         }
         background: Rectangle {
             radius: 7

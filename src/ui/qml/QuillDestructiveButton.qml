@@ -10,10 +10,6 @@ QuillButtonBase {
     implicitWidth: row.implicitWidth + 32
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    // A screen reader's "press" is a click.
-    Accessible.onPressAction: control.clicked()
     opacity: enabled ? 1.0 : 0.45
     scale: pressed ? 0.98 : 1.0
     Behavior on scale { NumberAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }

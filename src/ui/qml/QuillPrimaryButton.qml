@@ -14,10 +14,6 @@ QuillButtonBase {
     rightPadding: 20
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    // A screen reader's "press" is a click.
-    Accessible.onPressAction: control.clicked()
     opacity: enabled ? 1.0 : 0.45
     QuillToolTip { text: control.toolTip; shown: control.hovered }
     scale: pressed ? 0.98 : 1.0

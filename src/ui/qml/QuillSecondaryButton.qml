@@ -8,16 +8,13 @@ QuillButtonBase {
     property color textColor: Theme.primaryText
     // Shown after the hover delay when set.
     property string toolTip: ""
+    property bool toolTipAbove: false
     implicitHeight: 42
     implicitWidth: Math.max(row.implicitWidth + leftPadding + rightPadding, implicitHeight)
     leftPadding: text === "" ? 0 : 16
     rightPadding: text === "" ? 0 : 16
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    // A screen reader's "press" is a click.
-    Accessible.onPressAction: control.clicked()
     opacity: enabled ? 1.0 : 0.45
 
     contentItem: Item {
@@ -46,7 +43,7 @@ QuillButtonBase {
     }
     scale: pressed ? 0.98 : 1.0
     Behavior on scale { NumberAnimation { duration: 120 * Theme.motion; easing.type: Easing.OutQuad } }
-    QuillToolTip { text: control.toolTip; shown: control.hovered }
+    QuillToolTip { text: control.toolTip; shown: control.hovered; above: control.toolTipAbove }
 
     background: Rectangle {
         radius: 13

@@ -13,6 +13,8 @@ Loader {
     property bool shown: false
     // The usual hover delay; none where frames are checked one by one.
     property int delay: Theme.motion > 0 ? 700 : 0
+    // Below the control, or above it where what lies below is what the control is about.
+    property bool above: false
     readonly property Item control: parent
     visible: false
     width: 0
@@ -28,9 +30,9 @@ Loader {
         Component.onCompleted: visible = Qt.binding(() => lazy.shown && lazy.text !== "")
         delay: lazy.delay
         timeout: 8000
-        // Below the control with a small gap; ToolTip flips it inside the window if needed.
+        // A small gap from the control; ToolTip flips it inside the window if needed.
         x: parent ? (parent.width - width) / 2 : 0
-        y: parent ? parent.height + 6 : 0
+        y: !parent ? 0 : lazy.above ? -height - 6 : parent.height + 6
         implicitWidth: Math.max(implicitBackgroundWidth + leftInset + rightInset,
                                 contentWidth + leftPadding + rightPadding)
         implicitHeight: Math.max(implicitBackgroundHeight + topInset + bottomInset,
@@ -48,7 +50,7 @@ Loader {
         font.family: Qt.application.font.family
         font.pixelSize: 12
 
-        contentItem: Text {
+        contentItem: QuillText {
             text: tip.text
             font: tip.font
             color: Theme.primaryText

@@ -10,9 +10,12 @@ Column {
     property string high
     property color tint: Theme.mint
     signal chosen(int newValue)
+    // The segment of the shown rating: where the keyboard starts, so a reflexive Space
+    // keeps what is shown.
+    readonly property Item chosenSegment: segments.count === 5 ? segments.itemAt(value - 1) : null
     spacing: 8
 
-    Text {
+    QuillText {
         text: row.title
         font.pixelSize: 12
         font.weight: Font.DemiBold
@@ -21,7 +24,7 @@ Column {
     Item {
         width: parent.width
         height: 28
-        Text {
+        QuillText {
             id: lowLabel
             anchors.left: parent.left
             anchors.verticalCenter: parent.verticalCenter
@@ -38,6 +41,7 @@ Column {
             height: parent.height
             spacing: 6
             Repeater {
+                id: segments
                 model: 5
                 delegate: QuillButtonBase {
                     id: segment
@@ -62,7 +66,7 @@ Column {
                 }
             }
         }
-        Text {
+        QuillText {
             id: highLabel
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter

@@ -41,13 +41,13 @@ QuillCard {
                     x: 14
                     width: parent.width - 14
                     spacing: 3
-                    Text {
+                    QuillText {
                         text: modelData.title
                         font.pixelSize: 12
                         font.weight: Font.Bold
                         color: Theme.primaryText
                     }
-                    Text {
+                    QuillText {
                         width: parent.width
                         text: modelData.text
                         font.pixelSize: 11
@@ -59,7 +59,7 @@ QuillCard {
             }
         }
 
-        Text {
+        QuillText {
             width: parent.width
             text: "这里是个人训练记录，不是医学诊断。若注意力变化持续影响生活，值得咨询专业人士。"
             font.pixelSize: 10

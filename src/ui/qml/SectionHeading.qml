@@ -9,7 +9,7 @@ Column {
     property string subtitle: ""
     spacing: 4
 
-    Text {
+    QuillText {
         objectName: heading.objectName + ".eyebrow"
         text: heading.eyebrow
         font.capitalization: Font.AllUppercase
@@ -18,14 +18,14 @@ Column {
         font.letterSpacing: 1.4
         color: Theme.mint
     }
-    Text {
+    QuillText {
         objectName: heading.objectName + ".title"
         text: heading.title
         font.pixelSize: 28
         font.weight: Font.Bold
         color: Theme.primaryText
     }
-    Text {
+    QuillText {
         objectName: heading.objectName + ".subtitle"
         visible: heading.subtitle !== ""
         text: heading.subtitle

@@ -52,14 +52,14 @@ Rectangle {
         Column {
             id: dateBlock
             width: 40
-            Text {
+            QuillText {
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: card.day
                 font.pixelSize: 20
                 font.weight: Font.Bold
                 color: Theme.primaryText
             }
-            Text {
+            QuillText {
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: card.month
                 font.pixelSize: 9
@@ -74,7 +74,7 @@ Rectangle {
             Row {
                 width: parent.width
                 spacing: 8
-                Text {
+                QuillText {
                     id: titleText
                     objectName: "history.card." + card.index + ".title"
                     anchors.verticalCenter: parent.verticalCenter
@@ -104,7 +104,7 @@ Rectangle {
                             size: 9
                             color: chip.tint
                         }
-                        Text {
+                        QuillText {
                             id: taskText
                             objectName: "history.card." + card.index + ".task"
                             anchors.verticalCenter: parent.verticalCenter
@@ -124,22 +124,24 @@ Rectangle {
                     height: 20
                     radius: 10
                     color: Theme.alpha(tint, 0.1)
-                    Text {
+                    QuillText {
                         id: badgeText
                         anchors.centerIn: parent
                         text: card.status
                         font.pixelSize: 9
                         font.weight: Font.Medium
-                        color: badge.tint
+                        // The light tints are too pale for 9-point text on their own wash;
+                        // a deeper shade of the same hue reads at 4.5:1.
+                        color: Theme.dark ? badge.tint : Qt.darker(badge.tint, 1.4)
                     }
                 }
             }
-            Text {
+            QuillText {
                 text: card.time
                 font.pixelSize: 11
                 color: Theme.secondaryText
             }
-            Text {
+            QuillText {
                 objectName: "history.card." + card.index + ".note"
                 width: parent.width
                 text: card.note
@@ -163,14 +165,14 @@ Rectangle {
                 ]
                 Column {
                     spacing: 2
-                    Text {
+                    QuillText {
                         anchors.horizontalCenter: parent.horizontalCenter
                         text: modelData.value
                         font.pixelSize: 12
                         font.weight: Font.DemiBold
                         color: Theme.primaryText
                     }
-                    Text {
+                    QuillText {
                         anchors.horizontalCenter: parent.horizontalCenter
                         text: modelData.label
                         font.pixelSize: 8

@@ -73,7 +73,7 @@ Item {
                     // The subtitle runs under the close button, which only spans the title.
                     anchors.right: parent.right
                     spacing: 4
-                    Text {
+                    QuillText {
                         width: parent.width - closeButton.width - 8
                         text: "如何结束这一轮？"
                         font.pixelSize: 21
@@ -81,7 +81,7 @@ Item {
                         color: Theme.primaryText
                         elide: Text.ElideRight
                     }
-                    Text {
+                    QuillText {
                         id: subtitle
                         objectName: "endDialog.subtitle"
                         readonly property string full: "你可以保留已经完成的部分，也可以把这次尝试当作没有发生。"
@@ -161,7 +161,7 @@ Item {
                 onClicked: layer.continueChosen()
                 hoverEnabled: true
                 background: FocusRing { control: backButton; baseRadius: 6 }
-                contentItem: Text {
+                contentItem: QuillText {
                     text: backButton.text
                     font.pixelSize: 11
                     font.underline: backButton.hovered

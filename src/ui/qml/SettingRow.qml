@@ -23,7 +23,7 @@ Item {
         anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
-        Text {
+        QuillText {
             width: parent.width
             text: row.title
             font.pixelSize: 11
@@ -31,7 +31,7 @@ Item {
             color: Theme.primaryText
             elide: Text.ElideRight
         }
-        Text {
+        QuillText {
             width: parent.width
             text: row.detail
             visible: text !== ""

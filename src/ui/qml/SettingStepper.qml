@@ -13,7 +13,7 @@ Item {
     width: 150
     height: 26
 
-    Text {
+    QuillText {
         objectName: control.objectName + ".label"
         anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter

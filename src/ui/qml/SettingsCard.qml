@@ -21,14 +21,14 @@ QuillCard {
             Column {
                 id: texts
                 spacing: 2
-                Text {
+                QuillText {
                     objectName: card.objectName + ".title"
                     text: card.title
                     font.pixelSize: 16
                     font.weight: Font.Bold
                     color: Theme.primaryText
                 }
-                Text {
+                QuillText {
                     objectName: card.objectName + ".subtitle"
                     text: card.subtitle
                     font.pixelSize: 10

@@ -20,6 +20,7 @@ Item {
 
     Flickable {
         id: flick
+        KeepFocusInView { flickable: flick }
         objectName: "settings.scroll"
         anchors.fill: parent
         contentWidth: width
@@ -163,7 +164,7 @@ Item {
                                     Accessible.name: "默认时长（分钟）"
                                     onEditingFinished: vm.commitDurationText(text)
                                 }
-                                Text {
+                                QuillText {
                                     anchors.verticalCenter: parent.verticalCenter
                                     text: "分钟"
                                     font.pixelSize: 10
@@ -236,7 +237,7 @@ Item {
                                 text: "导出全部记录"
                                 symbol: "square.and.arrow.up"
                                 onClicked: vm.exportSessions()
-                                Text {
+                                QuillText {
                                     anchors.right: parent.right
                                     anchors.rightMargin: 16
                                     anchors.verticalCenter: parent.verticalCenter
@@ -266,7 +267,7 @@ Item {
                             width: parent.width
                             spacing: 8
                             SymbolIcon { name: "quote.opening"; size: 18; color: Theme.mint }
-                            Text {
+                            QuillText {
                                 width: parent.width
                                 text: "训练注意力，不是逼自己忽略疲劳；是更早发现疲劳、更准确地选择继续或休息。"
                                 font.pixelSize: 12
@@ -274,7 +275,7 @@ Item {
                                 color: Theme.primaryText
                                 wrapMode: Text.WordWrap
                             }
-                            Text {
+                            QuillText {
                                 text: "Quillmere · 本地优先 · 无账号"
                                 font.pixelSize: 9
                                 font.weight: Font.DemiBold

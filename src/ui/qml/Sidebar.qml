@@ -29,13 +29,13 @@ Rectangle {
             }
             Column {
                 anchors.verticalCenter: parent.verticalCenter
-                Text {
+                QuillText {
                     text: "Quillmere"
                     font.pixelSize: 17
                     font.weight: Font.Bold
                     color: Theme.primaryText
                 }
-                Text {
+                QuillText {
                     text: "Quillmere"
                     font.pixelSize: Math.max(9, Theme.smallTextMinimum)
                     font.weight: Font.DemiBold
@@ -62,6 +62,9 @@ Rectangle {
                     Accessible.role: Accessible.Button
                     Accessible.name: modelData.title
                     onClicked: sidebar.shell.selectSection(index)
+                    // The window opens with the keyboard on the first section, ring shown, so
+                    // the first key press lands somewhere the user can see.
+                    Component.onCompleted: if (index === 0) forceActiveFocus(Qt.TabFocusReason)
                     hoverEnabled: true
                     background: Rectangle {
                         radius: 13
@@ -82,7 +85,7 @@ Rectangle {
                             font.weight: Font.DemiBold
                             color: row.selected ? Theme.primaryText : Theme.secondaryText
                         }
-                        Text {
+                        QuillText {
                             anchors.left: sectionIcon.right
                             anchors.leftMargin: 8
                             anchors.verticalCenter: parent.verticalCenter
@@ -126,7 +129,7 @@ Rectangle {
                 anchors.fill: parent
                 anchors.margins: 14
                 spacing: 10
-                Text {
+                QuillText {
                     text: "今天"
                     font.pixelSize: Math.max(10, Theme.smallTextMinimum)
                     font.weight: Font.Bold
@@ -146,7 +149,7 @@ Rectangle {
                             spacing: 3
                             Accessible.role: Accessible.StaticText
                             Accessible.name: modelData.value + " " + modelData.unit
-                            Text {
+                            QuillText {
                                 id: metricValue
                                 objectName: "sidebar." + metric.modelData.name
                                 text: metric.modelData.value
@@ -154,7 +157,7 @@ Rectangle {
                                 font.weight: Font.Bold
                                 color: Theme.primaryText
                             }
-                            Text {
+                            QuillText {
                                 anchors.baseline: metricValue.baseline
                                 text: metric.modelData.unit
                                 font.pixelSize: Math.max(10, Theme.smallTextMinimum)
@@ -172,7 +175,7 @@ Rectangle {
                         color: Theme.amber
                         anchors.verticalCenter: parent.verticalCenter
                     }
-                    Text {
+                    QuillText {
                         objectName: "sidebar.streak"
                         text: sidebar.shell.streakLine
                         font.pixelSize: 12
@@ -215,7 +218,7 @@ Rectangle {
                         color: Theme.palette.tint(sidebar.shell.appearanceTint)
                     }
                 }
-                Text {
+                QuillText {
                     anchors.verticalCenter: parent.verticalCenter
                     text: appearanceButton.text
                     font.pixelSize: 11

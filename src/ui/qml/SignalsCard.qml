@@ -15,13 +15,13 @@ QuillCard {
 
         Column {
             spacing: 4
-            Text {
+            QuillText {
                 text: "注意力掉线了？"
                 font.pixelSize: 15
                 font.weight: Font.DemiBold
                 color: Theme.primaryText
             }
-            Text {
+            QuillText {
                 text: "点一下即可，不评价自己。越诚实的数据，越能看清你的节律。"
                 font.pixelSize: 11
                 color: Theme.secondaryText

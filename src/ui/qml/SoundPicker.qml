@@ -20,16 +20,16 @@ Row {
         model: picker.options
         currentIndex: picker.currentIndex
         Accessible.name: picker.accessibleName + "：" + displayText
+        optionSymbols: ({ "随机": "shuffle" })
         onActivated: (index) => picker.chosen(index)
     }
-    AbstractButton {
+    QuillButtonBase {
         id: play
         objectName: picker.objectName + ".preview"
         anchors.verticalCenter: parent.verticalCenter
         width: 28
         height: 28
         focusPolicy: Qt.StrongFocus
-        Accessible.role: Accessible.Button
         Accessible.name: "试听" + picker.accessibleName
         onClicked: picker.preview()
         background: Rectangle {

@@ -18,14 +18,14 @@ Rectangle {
         anchors.leftMargin: 16
         anchors.verticalCenter: parent.verticalCenter
         spacing: 3
-        Text {
+        QuillText {
             objectName: box.objectName + ".value"
             text: box.value
             font.pixelSize: 23
             font.weight: Font.Bold
             color: Theme.primaryText
         }
-        Text {
+        QuillText {
             text: box.label
             font.pixelSize: Math.max(10, Theme.smallTextMinimum)
             font.weight: Font.Medium

@@ -13,7 +13,7 @@ QuillCard {
     readonly property real figureWidth: 52
 
     // Figures of a row, right-aligned; as wide as `figureWidth`.
-    component Cell: Text {
+    component Cell: QuillText {
         width: 52
         horizontalAlignment: Text.AlignRight
         font.pixelSize: 11
@@ -52,13 +52,13 @@ QuillCard {
             Row {
                 width: parent.width
                 spacing: 12
-                Text {
+                QuillText {
                     width: card.nameWidth
                     text: "任务"
                     font.pixelSize: 10
                     color: Theme.secondaryText
                 }
-                Text {
+                QuillText {
                     width: parent.width - card.nameWidth - 3 * card.figureWidth - 4 * parent.spacing
                     text: "专注占比"
                     font.pixelSize: 10
@@ -90,7 +90,7 @@ QuillCard {
                             size: 9
                             color: modelData.uncategorized ? Theme.secondaryText : Theme.blue
                         }
-                        Text {
+                        QuillText {
                             objectName: "insights.tasks.row." + index + ".name"
                             anchors.verticalCenter: parent.verticalCenter
                             width: card.nameWidth - 15
@@ -99,6 +99,9 @@ QuillCard {
                             font.weight: Font.DemiBold
                             color: Theme.primaryText
                             elide: Text.ElideRight
+                            // A name cut short shows in full on hover.
+                            HoverHandler { id: nameHover; enabled: parent.truncated }
+                            QuillToolTip { text: parent.text; shown: nameHover.hovered }
                         }
                     }
                     Rectangle {
@@ -121,7 +124,7 @@ QuillCard {
                 }
             }
 
-            Text {
+            QuillText {
                 objectName: "insights.tasks.footnote"
                 visible: text !== ""
                 text: card.vm.taskFootnote

@@ -37,7 +37,7 @@ SettingsCard {
             onClicked: card.tasks.addTask()
         }
     }
-    Text {
+    QuillText {
         width: parent.width
         bottomPadding: 8
         text: "移除任务不会删除已经归档的专注记录和统计。"
@@ -52,7 +52,7 @@ SettingsCard {
         topPadding: 4
         bottomPadding: 4
         SymbolIcon { name: "tag"; size: 11; color: Theme.secondaryText; anchors.verticalCenter: parent.verticalCenter }
-        Text {
+        QuillText {
             text: "还没有自定义任务，可在这里或专注页新增。"
             font.pixelSize: 10
             color: Theme.secondaryText
@@ -77,7 +77,7 @@ SettingsCard {
                     anchors.verticalCenter: parent.verticalCenter
                     name: "tag.fill"; size: 10; color: Theme.mint
                 }
-                Text {
+                QuillText {
                     objectName: taskRow.objectName + ".name"
                     anchors.verticalCenter: parent.verticalCenter
                     text: taskRow.modelData.name
@@ -95,7 +95,7 @@ SettingsCard {
                     height: badge.implicitHeight + 4
                     radius: height / 2
                     color: Theme.alpha(Theme.mint, 0.1)
-                    Text {
+                    QuillText {
                         id: badge
                         anchors.centerIn: parent
                         text: "当前"
@@ -110,7 +110,7 @@ SettingsCard {
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
                 spacing: 6
-                Text {
+                QuillText {
                     objectName: taskRow.objectName + ".count"
                     anchors.verticalCenter: parent.verticalCenter
                     text: taskRow.modelData.countText
@@ -118,14 +118,13 @@ SettingsCard {
                     font.weight: Font.Medium
                     color: Theme.secondaryText
                 }
-                AbstractButton {
+                QuillButtonBase {
                     id: remove
                     objectName: taskRow.objectName + ".remove"
                     width: 22
                     height: 22
                     hoverEnabled: true
                     focusPolicy: Qt.StrongFocus
-                    Accessible.role: Accessible.Button
                     Accessible.name: "移除任务" + taskRow.modelData.name
                     Accessible.description: "从任务列表移除；历史记录仍保留"
                     ToolTip.text: "从任务列表移除；历史记录仍保留"

@@ -75,7 +75,7 @@ QuillCard {
                     weight: Font.Bold
                     color: Theme.primaryText
                 }
-                Text {
+                QuillText {
                     objectName: "focus.timerCaption"
                     anchors.horizontalCenter: parent.horizontalCenter
                     width: Math.min(implicitWidth, 220)

@@ -26,7 +26,7 @@ Row {
     Repeater {
         // Keyed by length, so a tick only rebinds the characters that changed.
         model: digits.text.length
-        Text {
+        QuillText {
             readonly property string glyph: digits.text.charAt(index)
             text: glyph
             width: glyph >= "0" && glyph <= "9" ? digits.cellWidth : implicitWidth

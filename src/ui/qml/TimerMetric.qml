@@ -20,13 +20,13 @@ Row {
     Column {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 1
-        Text {
+        QuillText {
             text: metric.title
             font.pixelSize: Math.max(10, Theme.smallTextMinimum)
             font.weight: Font.Medium
             color: Theme.secondaryText
         }
-        Text {
+        QuillText {
             objectName: metric.objectName + ".value"
             text: metric.caption
             font.pixelSize: 13

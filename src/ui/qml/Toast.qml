@@ -40,7 +40,7 @@ Rectangle {
             color: Theme.mint
             anchors.verticalCenter: parent.verticalCenter
         }
-        Text {
+        QuillText {
             objectName: "toast.text"
             text: toast.shell.toastText
             font.pixelSize: 13

@@ -28,7 +28,7 @@ QuillCard {
         anchors.right: adopt.left
         anchors.rightMargin: 14
         spacing: 5
-        Text {
+        QuillText {
             objectName: "focus.hint.text"
             width: parent.width
             text: card.vm.recommendationText
@@ -37,7 +37,7 @@ QuillCard {
             color: Theme.primaryText
             elide: Text.ElideRight
         }
-        Text {
+        QuillText {
             width: parent.width
             text: "建议来自最近的完成率、走神点和精力变化。连续三轮状态良好后，只增加 5 分钟。"
             font.pixelSize: 11

@@ -6,9 +6,15 @@ import Quillmere
 Window {
     id: panel
     property AppStore store
+    // "回到复盘": the main window comes to the front with the review.
+    signal reviewWanted()
     flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
-    // The window is the rounded panel plus a clear margin that holds its shadow.
-    readonly property int shadowMargin: 14
+    // Set by the tray item: a compositor shows the clear margin that holds the shadow.
+    property bool composited: true
+    // The window is the rounded panel plus, when composited, a clear margin for its shadow;
+    // without a compositor the window is the panel, its corners cut by the tray item's mask.
+    readonly property int shadowMargin: composited ? 14 : 0
+    readonly property real radius: 14
     width: 270 + 2 * shadowMargin
     height: content.implicitHeight + 32 + 2 * shadowMargin
     visible: false
@@ -22,11 +28,12 @@ Window {
         objectName: "tray.surface"
         anchors.fill: parent
         anchors.margins: panel.shadowMargin
-        radius: 14
+        radius: panel.radius
         color: Theme.background
         border.width: 1
         border.color: Theme.hairline
         SoftShadow {
+            visible: panel.composited
             anchors.fill: parent
             radius: parent.radius
             spread: panel.shadowMargin - 2
@@ -49,7 +56,7 @@ Window {
                 size: 15
                 color: Theme.mint
             }
-            Text {
+            QuillText {
                 objectName: "tray.title"
                 anchors.verticalCenter: parent.verticalCenter
                 text: menu.title
@@ -63,7 +70,7 @@ Window {
             visible: menu.active
             width: parent.width
             spacing: 10
-            Text {
+            QuillText {
                 objectName: "tray.time"
                 text: menu.timeLine
                 font.pixelSize: 30
@@ -96,10 +103,31 @@ Window {
         }
 
         Column {
-            visible: !menu.active
+            visible: menu.reviewPending
             width: parent.width
             spacing: 10
             Text {
+                objectName: "tray.reviewCaption"
+                width: parent.width
+                text: "这一轮还没有复盘。"
+                font.pixelSize: 11
+                color: Theme.secondaryText
+                wrapMode: Text.WordWrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            QuillPrimaryButton {
+                objectName: "tray.review"
+                text: "回到复盘"
+                onClicked: panel.reviewWanted()
+            }
+        }
+
+        Column {
+            visible: !menu.active && !menu.reviewPending
+            width: parent.width
+            spacing: 10
+            QuillText {
                 width: parent.width
                 text: "准备好时，开始一轮安静的专注。"
                 font.pixelSize: 11
@@ -132,7 +160,7 @@ Window {
                     size: 14
                     color: Theme.mint
                 }
-                Text {
+                QuillText {
                     objectName: "tray.ambientLabel"
                     anchors.verticalCenter: parent.verticalCenter
                     text: menu.ambientLabel

@@ -3,7 +3,9 @@ import QtCharts
 import Quillmere
 
 // Review ratings of the most recent rounds, oldest on the left: a smooth blue line through
-// a point per round, ratings on a fixed 1–5 scale.
+// a point per round, ratings on a fixed 1–5 scale. Both axes reach half a step past the data, so
+// the end points, ratings of 5 and the curve's overshoot are drawn whole, not cut at the plot's
+// edge; ticks stay on whole numbers.
 ChartView {
     id: chart
     property var points: []
@@ -35,9 +37,11 @@ ChartView {
 
     ValueAxis {
         id: xAxis
-        min: 1
-        max: chart.axisMax
-        tickCount: chart.axisMax
+        min: 0.5
+        max: chart.axisMax + 0.5
+        tickType: ValueAxis.TicksDynamic
+        tickAnchor: 1
+        tickInterval: 1
         labelFormat: "%d"
         labelsColor: Theme.secondaryText
         labelsFont.pixelSize: 10
@@ -46,9 +50,11 @@ ChartView {
     }
     ValueAxis {
         id: yAxis
-        min: 1
-        max: 5
-        tickCount: 5
+        min: 0.5
+        max: 5.5
+        tickType: ValueAxis.TicksDynamic
+        tickAnchor: 1
+        tickInterval: 1
         labelFormat: "%d"
         labelsColor: Theme.secondaryText
         labelsFont.pixelSize: 10

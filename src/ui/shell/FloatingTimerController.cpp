@@ -3,33 +3,49 @@
 #include "KWinWindowRule.h"
 #include "MainWindowRestorer.h"
 #include "MinimisedWatch.h"
+#include "RoundedWindowMask.h"
 #include "X11WindowHints.h"
 #include "store/AppStore.h"
 #include "ui/UiLog.h"
 
-#include <QPainterPath>
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QRegion>
+#include <QScreen>
 
 namespace quill {
 
 namespace {
 const QUrl kPanelUrl(QStringLiteral("qrc:/qt/qml/Quillmere/FloatingTimerPanel.qml"));
-
-// Without a compositor the window is the panel itself; its rounded corners are cut by a
-// shape mask so the desktop, not black, shows there.
-QRegion roundedRegion(QSize size, qreal radius) {
-    QPainterPath path;
-    path.addRoundedRect(QRectF(QPointF(0, 0), size), radius, radius);
-    return QRegion(path.toFillPolygon().toPolygon());
-}
 } // namespace
 
 FloatingTimerController::FloatingTimerController(QObject* parent) : QObject(parent) {}
 
 FloatingTimerController::~FloatingTimerController() {
+    rememberPlace();
     delete m_panel.data();
+}
+
+void FloatingTimerController::setPlaceFile(const QString& path) {
+    if (m_placeFile == path)
+        return;
+    m_placeFile = path;
+    m_place.reset();
+    Q_EMIT placeFileChanged();
+}
+
+FloatingTimerPlace& FloatingTimerController::place() {
+    if (!m_place)
+        m_place = std::make_unique<FloatingTimerPlace>(
+            m_placeFile.isEmpty() ? FloatingTimerPlace::defaultFilePath() : m_placeFile);
+    return *m_place;
+}
+
+void FloatingTimerController::rememberPlace() {
+    // A Wayland client neither knows nor sets where its windows are.
+    if (m_panel && QGuiApplication::platformName() != QLatin1String("wayland"))
+        place().remember(m_panel->position());
 }
 
 bool FloatingTimerController::wanted(bool mainMinimised, bool sessionActive,
@@ -77,6 +93,7 @@ void FloatingTimerController::setMainWindow(QQuickWindow* window) {
 
 void FloatingTimerController::watchMainWindow() {
     disconnect(m_windowState);
+    disconnect(m_windowVisible);
     m_mainMinimised = false;
     MinimisedWatch* watch =
         m_store ? MinimisedWatch::of(m_mainWindow, m_store->scheduler()) : nullptr;
@@ -86,13 +103,20 @@ void FloatingTimerController::watchMainWindow() {
         m_mainMinimised = minimised;
         update();
     });
+    // A main window closed into the tray is out of sight as much as a minimised one.
+    m_windowVisible =
+        connect(m_mainWindow, &QWindow::visibleChanged, this, &FloatingTimerController::update);
     m_mainMinimised = watch->isMinimised();
+}
+
+bool FloatingTimerController::mainOutOfSight() const {
+    return m_mainMinimised || (m_mainWindow && !m_mainWindow->isVisible());
 }
 
 void FloatingTimerController::update() {
     if (m_store && m_store->isSessionActive())
         component();
-    if (m_store && wanted(m_mainMinimised, m_store->isSessionActive(), m_store->settings()))
+    if (m_store && wanted(mainOutOfSight(), m_store->isSessionActive(), m_store->settings()))
         open();
     else
         dismiss();
@@ -131,14 +155,21 @@ void FloatingTimerController::open() {
     QSurfaceFormat format = panel->format();
     format.setAlphaBufferSize(8);
     panel->setFormat(format);
+    QList<QRect> screens;
+    if (QScreen* primary = QGuiApplication::primaryScreen())
+        screens << primary->availableGeometry();
+    for (QScreen* screen : QGuiApplication::screens())
+        screens << screen->availableGeometry();
+    panel->setPosition(place().position(panel->size(), screens));
     if (x11::isX11())
         panel->setFlags((panel->flags() & ~Qt::WindowType_Mask) | Qt::Window);
     panel->create();
     x11::markAsUtility(panel);
     x11::showOnAllWorkspaces(panel);
+    // Without a compositor the window is the panel itself, its rounded corners cut by a mask.
     if (!m_composited) {
         auto applyMask = [panel] {
-            panel->setMask(roundedRegion(panel->size(), panel->property("radius").toReal()));
+            panel->setMask(roundedWindowMask(panel->size(), panel->property("radius").toReal()));
         };
         applyMask();
         connect(panel, &QWindow::widthChanged, panel, applyMask);
@@ -159,6 +190,7 @@ void FloatingTimerController::open() {
 void FloatingTimerController::dismiss() {
     if (!m_panel)
         return;
+    rememberPlace();
     QQuickWindow* panel = m_panel;
     m_panel.clear();
     panel->hide();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FloatingTimerPlace.h"
 #include "model/AppSettings.h"
 
 #include <QObject>
@@ -15,10 +16,10 @@ namespace quill {
 class AppStore;
 class KWinWindowRule;
 
-/// Opens the floating countdown panel while a round runs and the main window is minimised
-/// (and the settings ask for it), and closes it otherwise. The panel is a top-level window
-/// built on demand from FloatingTimerPanel.qml and destroyed when it closes, so nothing of it
-/// lives while it is not shown.
+/// Opens the floating countdown panel while a round runs and the main window is minimised or
+/// closed into the tray (and the settings ask for it), and closes it otherwise. The panel is a
+/// top-level window built on demand from FloatingTimerPanel.qml and destroyed when it closes, so
+/// nothing of it lives while it is not shown.
 class FloatingTimerController : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -32,6 +33,8 @@ class FloatingTimerController : public QObject {
     /// The panel's transparent margin shows the desktop (a compositor runs), so it can draw
     /// its own shadow there; without one the window is exactly the panel, its corners masked.
     Q_PROPERTY(bool composited READ composited NOTIFY panelChanged)
+    /// The state file keeping where the user left the panel; the user's state home if unset.
+    Q_PROPERTY(QString placeFile READ placeFile WRITE setPlaceFile NOTIFY placeFileChanged)
 
 public:
     explicit FloatingTimerController(QObject* parent = nullptr);
@@ -46,6 +49,8 @@ public:
     void setMainWindow(QQuickWindow* window);
     QQuickWindow* panel() const { return m_panel; }
     bool composited() const { return m_composited; }
+    QString placeFile() const { return m_placeFile; }
+    void setPlaceFile(const QString& path);
 
     /// The restore button: brings the main window back and closes the panel.
     Q_INVOKABLE void restoreMainWindow();
@@ -56,6 +61,7 @@ Q_SIGNALS:
     void storeChanged();
     void mainWindowChanged();
     void panelChanged();
+    void placeFileChanged();
 
 private:
     void update();
@@ -63,15 +69,21 @@ private:
     void open();
     void dismiss();
     void watchMainWindow();
+    /// Minimised, or closed into the tray.
+    bool mainOutOfSight() const;
+    FloatingTimerPlace& place();
+    void rememberPlace();
 
     QPointer<AppStore> m_store;
     QPointer<QQuickWindow> m_mainWindow;
     QPointer<QQuickWindow> m_panel;
     // Compiled when a round starts, so minimising only has to instantiate it.
     QQmlComponent* m_component = nullptr;
+    QString m_placeFile;
+    std::unique_ptr<FloatingTimerPlace> m_place; // read on first open, kept for the session
     // Plasma on Wayland: keeps the panel above and on every desktop.
     std::unique_ptr<KWinWindowRule> m_kwinRule;
-    QMetaObject::Connection m_storeSettings, m_storePhase, m_windowState;
+    QMetaObject::Connection m_storeSettings, m_storePhase, m_windowState, m_windowVisible;
     bool m_mainMinimised = false;
     bool m_composited = false;
     // What the open-rule last saw of the settings: a settings write that changes neither

@@ -3,13 +3,15 @@
 #include "AppIdentity.h"
 #include "MainWindowRestorer.h"
 #include "PanelPlacement.h"
+#include "RoundedWindowMask.h"
 #include "TrayIconArt.h"
 #include "X11WindowHints.h"
-#include "ui/theme/AdaptiveColor.h"
 
 #include <QCursor>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QMenu>
 #include <QPixmap>
 #include <QScreen>
 #include <QSurfaceFormat>
@@ -20,7 +22,16 @@
 
 namespace quill {
 
-TrayIcon::TrayIcon(QObject* parent) : QObject(parent), m_tray(std::make_unique<QSystemTrayIcon>()) {
+TrayIcon::TrayIcon(QObject* parent)
+    : QObject(parent), m_menu(std::make_unique<QMenu>()),
+      m_tray(std::make_unique<QSystemTrayIcon>()) {
+    // The stand-in for a dock icon's menu: the window can always be brought back, and the
+    // app quit, even when the window is closed.
+    connect(m_menu->addAction(QStringLiteral("打开 Quillmere")), &QAction::triggered, this,
+            &TrayIcon::showMainWindow);
+    connect(m_menu->addAction(QStringLiteral("退出")), &QAction::triggered, this,
+            &TrayIcon::quitRequested);
+    m_tray->setContextMenu(m_menu.get());
     connect(m_tray.get(), &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
                 if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
@@ -42,8 +53,11 @@ void TrayIcon::start() {
     updateIcon();
     m_tray->setToolTip(m_toolTip);
     // Without a tray host (plain X servers, the offscreen platform) there is nothing to show.
-    if (QSystemTrayIcon::isSystemTrayAvailable())
+    if (QSystemTrayIcon::isSystemTrayAvailable()) {
         m_tray->show();
+        m_hostAvailable = true;
+        Q_EMIT hostAvailableChanged();
+    }
 }
 
 TrayIcon::~TrayIcon() = default;
@@ -77,15 +91,25 @@ void TrayIcon::setPanel(QQuickWindow* panel) {
         format.setAlphaBufferSize(8);
         m_panel->setFormat(format);
     }
-    if (m_panel)
+    if (m_panel) {
         connect(m_panel, &QWindow::activeChanged, this, &TrayIcon::onPanelActiveChanged);
+        // Starting a round grows the panel: it keeps the edge next to the tray.
+        connect(m_panel, &QWindow::heightChanged, this, [this] {
+            if (m_panel->isVisible())
+                placePanel();
+        });
+    }
     Q_EMIT panelChanged();
 }
 
 void TrayIcon::setMainWindow(QQuickWindow* window) {
     if (m_mainWindow == window)
         return;
+    if (m_mainWindow)
+        m_mainWindow->removeEventFilter(this);
     m_mainWindow = window;
+    if (m_mainWindow)
+        m_mainWindow->installEventFilter(this);
     if (m_mainWindow && !m_started) {
         auto connection = std::make_shared<QMetaObject::Connection>();
         *connection = connect(m_mainWindow, &QQuickWindow::frameSwapped, this, [this, connection] {
@@ -103,13 +127,11 @@ void TrayIcon::updateIcon() {
 QIcon TrayIcon::currentIcon() const {
     // The installed icons by name, so the desktop draws them in its own panel style: the
     // monochrome one while idle, the mint one during a round. Run from a build tree, the
-    // built-in drawings stand in: the idle outline a light neutral that reads on light and
-    // dark panels, the running round's leaf mint.
+    // built-in drawings stand in.
     const bool running = m_symbol.endsWith(QLatin1String(".fill"));
-    const QColor color = running ? colorFromRgb(0x78D7B2) : colorFromRgb(0xC9D4D0);
     QIcon builtIn;
     for (int size : {16, 22, 24, 32, 48, 64})
-        builtIn.addPixmap(QPixmap::fromImage(trayIconImage(m_symbol, size, color)));
+        builtIn.addPixmap(QPixmap::fromImage(trayIconImage(m_symbol, size)));
     const QString name = running ? appId() : appId() + QStringLiteral("-symbolic");
     // Not fromTheme(name, fallback): that also falls back for an icon found only as SVG.
     return QIcon::hasThemeIcon(name) ? QIcon::fromTheme(name) : builtIn;
@@ -133,6 +155,25 @@ void TrayIcon::activate() {
     showPanel();
 }
 
+void TrayIcon::showMainWindow() {
+    if (m_panel)
+        m_panel->hide();
+    restoreWindow(m_mainWindow);
+}
+
+QStringList TrayIcon::menuEntries() const {
+    QStringList out;
+    for (const QAction* action : m_menu->actions())
+        out << action->text();
+    return out;
+}
+
+void TrayIcon::triggerMenuEntry(int index) {
+    const QList<QAction*> actions = m_menu->actions();
+    if (index >= 0 && index < actions.size())
+        actions[index]->trigger();
+}
+
 void TrayIcon::showPanel() {
     TrayClick click;
     click.icon = m_tray->geometry();
@@ -153,11 +194,38 @@ void TrayIcon::showPanel() {
     // GNOME keeps its tray in the top bar, Plasma and most others at the bottom.
     click.desktopTrayAtTop =
         qEnvironmentVariable("XDG_CURRENT_DESKTOP").contains(QLatin1String("GNOME"));
-    m_panel->setPosition(panelPosition(trayAnchor(click), m_panel->size(), click.available));
+    m_anchor = trayAnchor(click);
+    m_anchorArea = click.available;
+    // Asked at each opening: a compositor may have started or stopped since. Its change
+    // resizes the panel (the margin comes or goes), which places it.
+    const bool composited = x11::compositorRunning();
+    if (composited != m_composited) {
+        m_composited = composited;
+        Q_EMIT compositedChanged();
+    }
+    placePanel();
     m_panelWasActive = false;
     m_panel->show();
     m_panel->raise();
     m_panel->requestActivate();
+}
+
+void TrayIcon::placePanel() {
+    m_panel->setPosition(panelPosition(m_anchor, m_panel->size(), m_anchorArea));
+    // Without a compositor the clear margin would be drawn black: the window is cut to the
+    // panel's rounded outline instead.
+    m_panel->setMask(
+        m_composited ? QRegion()
+                     : roundedWindowMask(m_panel->size(), m_panel->property("radius").toReal()));
+}
+
+bool TrayIcon::eventFilter(QObject* watched, QEvent* event) {
+    // Like a popover: a click in the main window closes the panel, also where the window
+    // manager never gave the panel the focus it could lose.
+    if (watched == m_mainWindow && event->type() == QEvent::MouseButtonPress && m_panel &&
+        m_panel->isVisible())
+        m_panel->hide();
+    return false;
 }
 
 void TrayIcon::onPanelActiveChanged() {

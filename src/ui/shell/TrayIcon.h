@@ -7,12 +7,14 @@
 #include <QtQml/qqmlregistration.h>
 #include <memory>
 
+class QMenu;
 class QSystemTrayIcon;
 
 namespace quill {
 
 /// The tray item: its icon follows `symbol`; clicking it toggles the small panel window
-/// near the pointer and brings back a minimised main window.
+/// near the pointer and brings back a minimised main window. Its menu opens the main window
+/// or asks to quit.
 class TrayIcon : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -26,6 +28,13 @@ class TrayIcon : public QObject {
         QQuickWindow* mainWindow READ mainWindow WRITE setMainWindow NOTIFY mainWindowChanged)
     /// Tooltip of the icon.
     Q_PROPERTY(QString toolTip READ toolTip WRITE setToolTip NOTIFY toolTipChanged)
+    /// The panel's clear margin shows the desktop (a compositor runs), so it draws its shadow
+    /// there; without one the window is exactly the panel, its corners masked.
+    Q_PROPERTY(bool composited READ composited NOTIFY compositedChanged)
+    /// A tray host showed the icon, so a hidden main window can still be brought back.
+    Q_PROPERTY(bool hostAvailable READ hostAvailable NOTIFY hostAvailableChanged)
+    /// The menu's entries, in order ("打开 Quillmere", "退出").
+    Q_PROPERTY(QStringList menuEntries READ menuEntries CONSTANT)
 
 public:
     explicit TrayIcon(QObject* parent = nullptr);
@@ -39,12 +48,19 @@ public:
     void setMainWindow(QQuickWindow* window);
     QString toolTip() const { return m_toolTip; }
     void setToolTip(const QString& tip);
+    bool hostAvailable() const { return m_hostAvailable; }
+    bool composited() const { return m_composited; }
+    QStringList menuEntries() const;
 
     /// The icon shown: the installed one by name when there is one, else the drawn art.
     QIcon icon() const;
 
     /// What a click on the icon does: restore a minimised main window, toggle the panel.
     Q_INVOKABLE void activate();
+    /// "打开 Quillmere": closes the panel and brings the main window to the front.
+    Q_INVOKABLE void showMainWindow();
+    /// Runs the menu entry at `index` as if it had been chosen.
+    Q_INVOKABLE void triggerMenuEntry(int index);
 
 Q_SIGNALS:
     void symbolChanged();
@@ -52,14 +68,23 @@ Q_SIGNALS:
     void panelWanted();
     void mainWindowChanged();
     void toolTipChanged();
+    void hostAvailableChanged();
+    void compositedChanged();
+    /// "退出" was chosen; the shell decides whether to ask first.
+    void quitRequested();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void start();
+    void placePanel();
     void updateIcon();
     QIcon currentIcon() const;
     void showPanel();
     void onPanelActiveChanged();
 
+    std::unique_ptr<QMenu> m_menu; // outlives the tray item that shows it
     std::unique_ptr<QSystemTrayIcon> m_tray;
     QString m_symbol = QStringLiteral("leaf");
     QString m_toolTip = QStringLiteral("Quillmere");
@@ -67,6 +92,11 @@ private:
     QPointer<QQuickWindow> m_mainWindow;
     bool m_panelWasActive = false;
     bool m_started = false; // icon set and shown
+    bool m_hostAvailable = false;
+    bool m_composited = true;
+    // Where the panel was opened: it stays anchored there as its content grows or shrinks.
+    QPoint m_anchor;
+    QRect m_anchorArea;
 };
 
 } // namespace quill

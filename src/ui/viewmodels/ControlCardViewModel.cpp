@@ -85,7 +85,10 @@ QString ControlCardViewModel::musicLineText() const {
         return QStringLiteral("可在设置中开启结束音乐");
     if (s.effectiveMusicService() == MusicService::netEase)
         return QStringLiteral("结束后播放网易云音乐");
-    return QStringLiteral("结束后随机播放 Apple Music");
+    const QString name = displayName(MusicService::appleMusic);
+    // A Latin name is set off by a space; a Chinese one runs on.
+    return QStringLiteral("结束后随机播放") +
+           (name.front().unicode() < 0x80 ? QStringLiteral(" ") : QString()) + name;
 }
 
 QString ControlCardViewModel::musicLineSymbol() const {

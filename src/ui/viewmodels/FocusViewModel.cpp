@@ -17,7 +17,15 @@ QString withUnit(qint64 value, const char* unit) {
 }
 } // namespace
 
-FocusViewModel::FocusViewModel(QObject* parent) : StoreViewModel(parent) {
+FocusViewModel::FocusViewModel(QObject* parent)
+    : StoreViewModel(parent), m_windowShown(new WindowShown(this)) {
+    // Coming into view catches up on the steps it let pass.
+    connect(m_windowShown, &WindowShown::shownChanged, this, [this] {
+        if (!m_windowShown->shown())
+            return;
+        refreshTimer();
+        refreshMetrics();
+    });
     refreshAll();
 }
 
@@ -39,10 +47,10 @@ void FocusViewModel::connectStore(AppStore* s) {
     connect(s, &AppStore::stepped, this, [this] {
         // At rest a step can only turn the hour of the greeting; the rest follows the
         // phase and the settings, which notify on their own. Comparing the hour keeps the
-        // four steps a second at rest from building any text.
+        // steps at rest from building any text.
         if (store()->localHour() != m_headerHour)
             refreshHeader();
-        if (!m_shown || !viewtext::isActive(store()->phase()))
+        if (!m_windowShown->shown() || !viewtext::isActive(store()->phase()))
             return;
         refreshTimer();
         refreshMetrics();
@@ -50,38 +58,10 @@ void FocusViewModel::connectStore(AppStore* s) {
 }
 
 void FocusViewModel::setWindow(QWindow* window) {
-    if (m_window == window)
+    if (this->window() == window)
         return;
-    if (m_window) {
-        m_window->removeEventFilter(this);
-        disconnect(m_window, nullptr, this, nullptr);
-    }
-    m_window = window;
-    if (m_window) {
-        m_window->installEventFilter(this);
-        connect(m_window, &QWindow::visibilityChanged, this, &FocusViewModel::updateShown);
-    }
-    updateShown();
+    m_windowShown->setWindow(window);
     Q_EMIT windowChanged();
-}
-
-bool FocusViewModel::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_window && event->type() == QEvent::Expose)
-        updateShown();
-    return false;
-}
-
-void FocusViewModel::updateShown() {
-    const QWindow::Visibility visibility = m_window ? m_window->visibility() : QWindow::Windowed;
-    const bool shown = !m_window || (m_window->isExposed() && visibility != QWindow::Hidden &&
-                                     visibility != QWindow::Minimized);
-    if (shown == m_shown)
-        return;
-    m_shown = shown;
-    if (m_shown) {
-        refreshTimer();
-        refreshMetrics();
-    }
 }
 
 void FocusViewModel::refreshAll() {

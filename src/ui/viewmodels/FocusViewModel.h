@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QPointer>
 #include <QWindow>
 
 #include "StoreViewModel.h"
+#include "WindowShown.h"
 
 namespace quill {
 
@@ -89,7 +89,7 @@ public:
     QString nextReminderText() const { return m_nextReminderText; }
     QString wanderCountText() const { return m_wanderCountText; }
     QString fatigueCountText() const { return m_fatigueCountText; }
-    QWindow* window() const { return m_window; }
+    QWindow* window() const { return m_windowShown->window(); }
     void setWindow(QWindow* window);
 
     /// Start (idle), skip the break (micro-break), or pause/resume (focusing/paused).
@@ -115,11 +115,8 @@ Q_SIGNALS:
 protected:
     void connectStore(AppStore* store) override;
     void refreshAll() override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void updateShown();
-
     void refreshHeader();
     void refreshStatistics();
     void refreshTimer();
@@ -129,9 +126,8 @@ private:
     QString captionTaskName() const;
 
     QString m_greeting, m_title, m_subtitle;
-    int m_headerHour = -1; // the local hour the greeting was chosen for
-    QPointer<QWindow> m_window;
-    bool m_shown = true; // with no window (tests, tools) the view always follows the steps
+    int m_headerHour = -1;      // the local hour the greeting was chosen for
+    WindowShown* m_windowShown; // with no window (tests, tools) the view follows the steps
     QString m_todayMinutesText, m_todayWanderText, m_streakText, m_recommendationText;
     QString m_timerText, m_timerCaption;
     double m_progress = 1.0;

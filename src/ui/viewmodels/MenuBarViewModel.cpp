@@ -27,7 +27,9 @@ void MenuBarViewModel::refreshAll() {
 }
 
 void MenuBarViewModel::refreshPhase() {
-    if (assign(m_phase, store() ? store()->phase() : SessionPhase::idle))
+    bool changed = assign(m_phase, store() ? store()->phase() : SessionPhase::idle);
+    changed |= assign(m_reviewPending, store() && store()->isReviewPending());
+    if (changed)
         Q_EMIT phaseStateChanged();
 }
 

@@ -17,6 +17,9 @@ class MenuBarViewModel : public StoreViewModel {
     Q_PROPERTY(bool active READ active NOTIFY phaseStateChanged)
     /// A micro-break is running (one "现在继续" button instead of pause and wander).
     Q_PROPERTY(bool microBreak READ microBreak NOTIFY phaseStateChanged)
+    /// A finished round waits for its review: the panel sends the user back to it instead of
+    /// offering a new start.
+    Q_PROPERTY(bool reviewPending READ reviewPending NOTIFY phaseStateChanged)
     /// "继续" while paused, else "暂停".
     Q_PROPERTY(QString pauseTitle READ pauseTitle NOTIFY phaseStateChanged)
     /// The large line: "N 秒后继续" or "mm:ss".
@@ -35,6 +38,7 @@ public:
     QString title() const;
     bool active() const;
     bool microBreak() const { return m_phase == SessionPhase::microBreak; }
+    bool reviewPending() const { return m_reviewPending; }
     QString pauseTitle() const;
     QString timeLine() const { return m_timeLine; }
     QString startTitle() const;
@@ -63,6 +67,7 @@ private:
     void refreshTime();
 
     SessionPhase m_phase = SessionPhase::idle;
+    bool m_reviewPending = false;
     QString m_timeLine;
 };
 

@@ -62,12 +62,7 @@ bool MusicSettingsViewModel::netEase() const {
 }
 
 QStringList MusicSettingsViewModel::serviceOptions() {
-#ifdef Q_OS_MACOS
-    return {rawValue(MusicService::appleMusic), rawValue(MusicService::netEase)};
-#else
-    // The stored raw value stays "Apple Music"; here it drives the desktop's own player.
-    return {QStringLiteral("本机音乐播放器"), rawValue(MusicService::netEase)};
-#endif
+    return {displayName(MusicService::appleMusic), displayName(MusicService::netEase)};
 }
 
 int MusicSettingsViewModel::serviceIndex() const {

@@ -31,6 +31,7 @@ void ShellViewModel::connectStore(AppStore* s) {
     connect(s, &AppStore::toastMessageChanged, this, &ShellViewModel::refreshToast);
     connect(s, &AppStore::showSessionEndDialogChanged, this, &ShellViewModel::refreshOverlays);
     connect(s, &AppStore::showCompletionSheetChanged, this, &ShellViewModel::refreshOverlays);
+    connect(s, &AppStore::phaseChanged, this, &ShellViewModel::refreshOverlays);
 }
 
 void ShellViewModel::refreshAll() {
@@ -100,6 +101,10 @@ void ShellViewModel::refreshToast() {
 void ShellViewModel::refreshOverlays() {
     bool changed = assign(m_endDialogVisible, store() && store()->showSessionEndDialog());
     changed |= assign(m_reviewVisible, store() && store()->showCompletionSheet());
+    changed |= assign(m_reviewPending, store() && store()->isReviewPending());
+    // The question has nothing left to ask once the round is over (saved or abandoned).
+    if (m_quitConfirmVisible && !roundUnderWay())
+        changed |= assign(m_quitConfirmVisible, false);
     if (changed)
         Q_EMIT overlaysChanged();
 }
@@ -118,6 +123,43 @@ QString ShellViewModel::appearanceTint() const {
 
 QString ShellViewModel::traySymbol() const {
     return m_sessionActive ? QStringLiteral("leaf.fill") : QStringLiteral("leaf");
+}
+
+QString ShellViewModel::quitCancelTitle() const {
+    return m_reviewPending ? QStringLiteral("返回复盘") : QStringLiteral("继续专注");
+}
+
+bool ShellViewModel::roundUnderWay() const {
+    return store() && (store()->isSessionActive() || store()->isReviewPending());
+}
+
+ShellViewModel::CloseAction ShellViewModel::closeAction(bool trayHost) const {
+    if (trayHost)
+        return HideWindow;
+    return roundUnderWay() ? MinimiseWindow : QuitApp;
+}
+
+void ShellViewModel::requestQuit() {
+    if (!roundUnderWay()) {
+        Q_EMIT quitApproved();
+        return;
+    }
+    if (assign(m_quitConfirmVisible, true))
+        Q_EMIT overlaysChanged();
+    Q_EMIT windowWanted();
+}
+
+void ShellViewModel::confirmQuit() {
+    if (assign(m_quitConfirmVisible, false))
+        Q_EMIT overlaysChanged();
+    if (store())
+        store()->abandonSession();
+    Q_EMIT quitApproved();
+}
+
+void ShellViewModel::cancelQuit() {
+    if (assign(m_quitConfirmVisible, false))
+        Q_EMIT overlaysChanged();
 }
 
 void ShellViewModel::selectSection(int index) {

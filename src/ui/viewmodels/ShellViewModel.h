@@ -41,10 +41,18 @@ class ShellViewModel : public StoreViewModel {
     Q_PROPERTY(bool endDialogVisible READ endDialogVisible NOTIFY overlaysChanged)
     /// The review sheet is shown.
     Q_PROPERTY(bool reviewVisible READ reviewVisible NOTIFY overlaysChanged)
+    /// The question before quitting during a round or while a review waits is shown.
+    Q_PROPERTY(bool quitConfirmVisible READ quitConfirmVisible NOTIFY overlaysChanged)
+    /// Its cancel choice: "继续专注" during a round, "返回复盘" while a review waits.
+    Q_PROPERTY(QString quitCancelTitle READ quitCancelTitle NOTIFY overlaysChanged)
     /// The tray icon's symbol: "leaf.fill" during a round, else "leaf".
     Q_PROPERTY(QString traySymbol READ traySymbol NOTIFY activeChanged)
 
 public:
+    /// What closing the main window does.
+    enum CloseAction { HideWindow, MinimiseWindow, QuitApp };
+    Q_ENUM(CloseAction)
+
     explicit ShellViewModel(QObject* parent = nullptr);
 
     static QVariantList sections();
@@ -63,6 +71,8 @@ public:
     bool endDialogVisible() const { return m_endDialogVisible; }
     bool reviewVisible() const { return m_reviewVisible; }
     QString traySymbol() const;
+    bool quitConfirmVisible() const { return m_quitConfirmVisible; }
+    QString quitCancelTitle() const;
 
     Q_INVOKABLE void selectSection(int index);
     Q_INVOKABLE void toggleAppearance();
@@ -73,6 +83,17 @@ public:
     /// The end dialog's abandon choice.
     Q_INVOKABLE void abandonRound();
 
+    /// Closing the window never ends a round: with a tray host the window hides (the tray
+    /// brings it back); without one it minimises while a round or its review is under way, and
+    /// only an idle app quits.
+    Q_INVOKABLE quill::ShellViewModel::CloseAction closeAction(bool trayHost) const;
+    /// Ctrl+Q and the tray's "退出": quits at once when idle, else asks first.
+    Q_INVOKABLE void requestQuit();
+    /// The question's confirm choice: the round is abandoned and the app quits.
+    Q_INVOKABLE void confirmQuit();
+    /// The question's cancel choice, also its scrim and Escape.
+    Q_INVOKABLE void cancelQuit();
+
 Q_SIGNALS:
     void sectionChanged();
     void activeChanged();
@@ -80,6 +101,10 @@ Q_SIGNALS:
     void appearanceChanged();
     void toastChanged();
     void overlaysChanged();
+    /// The app may quit now.
+    void quitApproved();
+    /// The main window must come to the front (the quit question is shown in it).
+    void windowWanted();
 
 protected:
     void connectStore(AppStore* store) override;
@@ -92,6 +117,8 @@ private:
     void refreshAppearance();
     void refreshToast();
     void refreshOverlays();
+    /// A round runs or a finished one waits for its review.
+    bool roundUnderWay() const;
 
     int m_selectedIndex = 0;
     bool m_sessionActive = false;
@@ -101,6 +128,8 @@ private:
     QString m_toastText;
     bool m_endDialogVisible = false;
     bool m_reviewVisible = false;
+    bool m_reviewPending = false;
+    bool m_quitConfirmVisible = false;
 };
 
 } // namespace quill

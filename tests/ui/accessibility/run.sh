@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
 # Starts the real app on a virtual X server with the desktop accessibility bus and lets
-# screen_reader.py read it the way a screen reader does. Usage: run.sh <quillmere binary>
+# screen_reader.py read it the way a screen reader does; before that, the window crawl (every
+# state pressed through the same accessible interfaces) runs on the same bridge.
+# Usage: run.sh <quillmere binary> [<window crawl test binary>]
 set -euo pipefail
 app=$1
+crawl=${2:-}
 here=$(cd "$(dirname "$0")" && pwd)
 work=$(mktemp -d)
 pids=()
@@ -50,14 +53,20 @@ chmod 700 "$XDG_RUNTIME_DIR"
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_ACCESSIBILITY=1 QT_QPA_PLATFORM=xcb
 export SDL_AUDIODRIVER=dummy LC_ALL=C.UTF-8 NO_AT_BRIDGE=0
 
+status=0
+if [ -n "$crawl" ]; then
+  "$crawl" || status=$?
+fi
+
 "$app" >"$work/app.log" 2>&1 &
 app_pid=$!
 pids+=("$app_pid")
 
-status=0
 # Debian's own Python, where python3-pyatspi lives.
-/usr/bin/python3 "$here/screen_reader.py" || status=$?
-if [ "$status" -ne 0 ]; then
+reader=0
+/usr/bin/python3 "$here/screen_reader.py" || reader=$?
+[ "$reader" -eq 0 ] || status=$reader
+if [ "$reader" -ne 0 ]; then
   echo "--- app log"; tail -n 30 "$work/app.log"
 fi
 exit "$status"

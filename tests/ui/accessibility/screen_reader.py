@@ -1,6 +1,7 @@
 """Reads the running app through AT-SPI, as a screen reader would: every control on the
-focus screen, the end dialog and the review sheet has a Chinese name and a role, and the
-start button works when pressed through the accessibility interface."""
+focus screen, the end dialog and the review sheet has a Chinese name and a role, and buttons
+drawn in different ways (sidebar rows, the start button, the wander signal) work when pressed
+through the accessibility interface."""
 
 import re
 import sys
@@ -109,9 +110,16 @@ for wanted in ("button", "switch", "slider", "field", "picker"):
     if wanted not in roles:
         failures.append(f"focus screen: no {wanted} among {sorted(roles)}")
 
+press(root, "洞察")
+wait_for("another screen than focus", lambda: not named(root, "开始这一轮")())
+press(root, "专注")
+wait_for("the focus screen again", named(root, "开始这一轮"))
+
 press(root, "开始这一轮")
 wait_for("the round to start (a pause button)", named(root, "暂停"))
 check_named("running round", controls(root), ["我走神了", "结束"])
+press(root, "我走神了，0 次")
+wait_for("the wander to be counted", named(root, "我走神了，1 次"))
 
 press(root, "结束")
 wait_for("the end dialog", named(root, "结束并记录"))
