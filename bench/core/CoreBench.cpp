@@ -6,6 +6,7 @@
 #include "insights/Statistics.h"
 #include "storage/CsvExport.h"
 #include "storage/DataFileCodec.h"
+#include "storage/DataFileSync.h"
 #include "storage/Persistence.h"
 
 #include <QCoreApplication>
@@ -84,6 +85,41 @@ void BM_Load(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_Load)->Apply(sizes);
+
+// The saver's usual write: the file is still the version it wrote last, so nothing is read or
+// merged. Compare with BM_Save: the difference is what watching for other writers costs.
+void BM_SaveUnchangedFile(benchmark::State& state) {
+    QTemporaryDir dir;
+    const QString folder = dir.path() + QStringLiteral("/Quillmere");
+    const PersistedData data{syntheticSettings(), history(state.range(0)), {}};
+    DataFileSync sync({}, {});
+    sync.save(folder, data, historyEnd(), 0);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(sync.save(folder, data, historyEnd(), 0));
+}
+BENCHMARK(BM_SaveUnchangedFile)->Apply(sizes);
+
+// Another writer replaced the file with one session more: read, merge and write, all on the
+// worker thread.
+void BM_SaveAfterOutsideChange(benchmark::State& state) {
+    QTemporaryDir dir;
+    const QString folder = dir.path() + QStringLiteral("/Quillmere");
+    const PersistedData data{syntheticSettings(), history(state.range(0)), {}};
+    QList<StudySession> theirs = data.sessions;
+    theirs.prepend(theirs.front());
+    DataFileSync sync({}, {});
+    sync.save(folder, data, historyEnd(), 0);
+    for (auto _ : state) {
+        state.PauseTiming();
+        theirs.front().id = QUuid::createUuid();
+        Persistence::save(folder, data.settings, theirs);
+        state.ResumeTiming();
+        const DataFileSync::Result result = sync.save(folder, data, historyEnd(), 0);
+        if (!result.merged)
+            state.SkipWithError("nothing merged");
+    }
+}
+BENCHMARK(BM_SaveAfterOutsideChange)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 // Target: 10,000 sessions under 5 ms for every figure the screens show, each computed afresh.
 void BM_AllInsights(benchmark::State& state) {

@@ -63,10 +63,19 @@ QByteArray formatDate(const QDateTime& date) {
 
 // ---------------------------------------------------------------- encoding
 
-QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessions) {
+QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessions,
+                  const SyncLedger& ledger) {
     // About 2 KB per session with its events; one allocation covers a typical history.
-    JsonWriter w(1024 + sessions.size() * 2048);
+    JsonWriter w(1024 + sessions.size() * 2048 + ledger.deletedSessions.size() * 128);
     w.beginObject();
+    if (!ledger.deletedSessions.isEmpty()) {
+        w.key("deletedSessions");
+        DataFileSchema::write(w, ledger.deletedSessions);
+    }
+    if (!ledger.revision.isNull()) {
+        w.key("fileRevision");
+        DataFileSchema::write(w, ledger.revision);
+    }
     w.key("sessions");
     w.beginArray();
     for (const StudySession& s : sessions)
@@ -74,6 +83,10 @@ QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessio
     w.endArray();
     w.key("settings");
     DataFileSchema::write(w, settings);
+    if (ledger.settingsChangedAt) {
+        w.key("settingsChangedAt");
+        DataFileSchema::write(w, *ledger.settingsChangedAt);
+    }
     w.endObject();
     return w.take();
 }

@@ -9,8 +9,13 @@
 
 namespace quill::DataFileCodec {
 
-/// Pretty-printed UTF-8 JSON with sorted keys; the same data always gives the same bytes.
-QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessions);
+/// Pretty-printed UTF-8 JSON with sorted keys; the same data always gives the same bytes. The
+/// ledger adds "deletedSessions" and "settingsChangedAt" only when it holds something.
+QByteArray encode(const AppSettings& settings, const QList<StudySession>& sessions,
+                  const SyncLedger& ledger = {});
+inline QByteArray encode(const PersistedData& data) {
+    return encode(data.settings, data.sessions, data.ledger);
+}
 /// Strict decoding: any missing required key, wrong type, unknown enumeration string or
 /// malformed date or UUID anywhere gives no value.
 std::optional<PersistedData> decode(const QByteArray& bytes);

@@ -30,6 +30,13 @@ std::optional<PersistedData> decode(const QByteArray& bytes) {
                 while (r.nextElement(sc))
                     data.sessions.append(DataFileSchema::readSession(r));
                 haveSessions = true;
+            } else if (key == "deletedSessions") {
+                data.ledger.deletedSessions.clear();
+                DataFileSchema::readDeletions(r, data.ledger);
+            } else if (key == "fileRevision") {
+                data.ledger.revision = DataFileSchema::readUuid(r);
+            } else if (key == "settingsChangedAt") {
+                data.ledger.settingsChangedAt = SyncLedger::stamp(DataFileSchema::readDate(r));
             } else {
                 r.skipValue();
             }

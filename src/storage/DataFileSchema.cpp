@@ -318,6 +318,16 @@ constexpr std::array kSettingsFields{
     field<&AppSettings::taskNames>("taskNames"),
 };
 static_assert(sortedByKey(kSettingsFields));
+
+struct Deletion {
+    QDateTime deletedAt;
+    QUuid id;
+};
+constexpr std::array kDeletionFields{
+    field<&Deletion::deletedAt>("deletedAt"),
+    field<&Deletion::id>("id"),
+};
+static_assert(sortedByKey(kDeletionFields));
 } // namespace
 
 void write(JsonWriter& w, const StudySession& session) {
@@ -331,6 +341,36 @@ StudySession readSession(JsonReader& r) {
 }
 AppSettings readSettings(JsonReader& r) {
     return readRecord(r, kSettingsFields);
+}
+void write(JsonWriter& w, const QMap<QUuid, QDateTime>& deletedSessions) {
+    w.beginArray();
+    for (auto it = deletedSessions.cbegin(); it != deletedSessions.cend(); ++it)
+        writeRecord(w, Deletion{it.value(), it.key()}, kDeletionFields);
+    w.endArray();
+}
+void readDeletions(JsonReader& r, SyncLedger& ledger) {
+    Cursor c;
+    r.beginArray(c);
+    while (r.nextElement(c)) {
+        const Deletion d = readRecord(r, kDeletionFields);
+        ledger.recordDeletion(d.id, d.deletedAt);
+    }
+}
+void write(JsonWriter& w, const QDateTime& date) {
+    writeValue(w, date);
+}
+QDateTime readDate(JsonReader& r) {
+    QDateTime date;
+    readValue(r, date);
+    return date;
+}
+void write(JsonWriter& w, const QUuid& id) {
+    writeValue(w, id);
+}
+QUuid readUuid(JsonReader& r) {
+    QUuid id;
+    readValue(r, id);
+    return id;
 }
 
 } // namespace quill::DataFileSchema

@@ -2,6 +2,7 @@
 
 #include "model/AppSettings.h"
 #include "model/StudySession.h"
+#include "storage/SyncLedger.h"
 
 namespace quill {
 class JsonReader;
@@ -16,5 +17,13 @@ void write(JsonWriter& w, const StudySession& session);
 void write(JsonWriter& w, const AppSettings& settings);
 StudySession readSession(JsonReader& r);
 AppSettings readSettings(JsonReader& r);
+/// The ledger's deleted sessions, an array of {"deletedAt", "id"} records; an id listed twice
+/// keeps its later date.
+void write(JsonWriter& w, const QMap<QUuid, QDateTime>& deletedSessions);
+void readDeletions(JsonReader& r, SyncLedger& ledger);
+void write(JsonWriter& w, const QDateTime& date);
+QDateTime readDate(JsonReader& r);
+void write(JsonWriter& w, const QUuid& id);
+QUuid readUuid(JsonReader& r);
 
 } // namespace quill::DataFileSchema

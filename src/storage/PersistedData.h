@@ -2,6 +2,7 @@
 
 #include "model/AppSettings.h"
 #include "model/StudySession.h"
+#include "storage/SyncLedger.h"
 
 #include <QList>
 
@@ -11,6 +12,7 @@ namespace quill {
 struct PersistedData {
     AppSettings settings;
     QList<StudySession> sessions;
+    SyncLedger ledger;
 };
 
 } // namespace quill

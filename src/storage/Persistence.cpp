@@ -33,7 +33,7 @@ bool isSaneFile(const struct stat& info) {
 /// The whole file, or nothing when it is not a regular file of sane size. Never blocks on a
 /// FIFO or a device: the kind is checked before opening, the open does not wait, and the open
 /// file is checked again in case the path was swapped in between.
-std::optional<QByteArray> readDataFile(const QByteArray& path) {
+std::optional<QByteArray> readDataFile(const QByteArray& path, FileStamp* stamp) {
     struct stat info {};
     if (::stat(path.constData(), &info) != 0 || !isSaneFile(info))
         return std::nullopt;
@@ -43,6 +43,7 @@ std::optional<QByteArray> readDataFile(const QByteArray& path) {
     QByteArray bytes;
     bool ok = ::fstat(fd, &info) == 0 && isSaneFile(info);
     if (ok) {
+        *stamp = FileStamp::ofDescriptor(fd);
         // One byte more than the size says, to notice a file that grew past the bound.
         bytes.resize(qsizetype(info.st_size) + 1);
         qsizetype filled = 0;
@@ -77,7 +78,7 @@ LoadResult load(const QString& directory) {
         return result; // no file yet
     if (::stat(path.constData(), &info) != 0 && errno == ENOENT)
         return result; // a link to nothing: nothing of the user's to keep
-    const std::optional<QByteArray> bytes = readDataFile(path);
+    const std::optional<QByteArray> bytes = readDataFile(path, &result.stamp);
     if (!bytes) {
         qCWarning(lcStorage).noquote()
             << "Quillmere data file is not a regular file of sane size; it will be set aside";
@@ -118,7 +119,8 @@ bool writeAll(int fd, const QByteArray& bytes) {
 }
 } // namespace
 
-bool writeAtomically(const QString& path, const QByteArray& bytes, QString* error) {
+bool writeAtomically(const QString& path, const QByteArray& bytes, QString* error,
+                     FileStamp* writtenStamp) {
     // A data file the user links elsewhere (a sync folder) is replaced where it lives.
     QString target = path;
     if (const QFileInfo info(path); info.isSymLink() && info.exists())
@@ -140,6 +142,9 @@ bool writeAtomically(const QString& path, const QByteArray& bytes, QString* erro
     // Each step is checked: a full disk may only show at the flush to the device.
     bool ok = writeAll(fd, bytes) && ::fsync(fd) == 0;
     int code = ok ? 0 : errno;
+    // Taken before the rename, which alters only the change time: whatever stamp the path
+    // shows later is someone else's file if it differs from this.
+    const FileStamp stamp = FileStamp::ofDescriptor(fd);
     if (::close(fd) != 0 && ok) {
         ok = false;
         code = errno;
@@ -160,6 +165,8 @@ bool writeAtomically(const QString& path, const QByteArray& bytes, QString* erro
         ::fsync(folder);
         ::close(folder);
     }
+    if (writtenStamp)
+        *writtenStamp = stamp;
     return true;
 }
 
@@ -195,12 +202,16 @@ bool makeDirectory(const QString& directory, QString* error) {
 
 bool save(const QString& directory, const AppSettings& settings,
           const QList<StudySession>& sessions, QString* error) {
+    return save(directory, PersistedData{settings, sessions, {}}, error);
+}
+
+bool save(const QString& directory, const PersistedData& data, QString* error, FileStamp* written) {
     QString description;
     if (directory.isEmpty()) {
         description = QStringLiteral("no data location is available");
     } else if (makeDirectory(directory, &description) &&
-               writeAtomically(dataFilePath(directory), DataFileCodec::encode(settings, sessions),
-                               &description)) {
+               writeAtomically(dataFilePath(directory), DataFileCodec::encode(data), &description,
+                               written)) {
         return true;
     }
     qCWarning(lcStorage).noquote() << "Quillmere save failed: " + description;

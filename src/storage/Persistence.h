@@ -1,5 +1,6 @@
 #pragma once
 
+#include "storage/FileStamp.h"
 #include "storage/PersistedData.h"
 
 #include <QString>
@@ -10,6 +11,8 @@ struct LoadResult {
     PersistedData data;
     /// A file exists but could not be decoded; it must be kept before anything replaces it.
     bool unreadableFileExists = false;
+    /// The version of the file that was read; `exists` is false when there was none.
+    FileStamp stamp;
 };
 
 /// "focus-data.json" inside `directory`.
@@ -22,6 +25,9 @@ LoadResult load(const QString& directory);
 /// thrown, and their system description is put in `error` when given.
 bool save(const QString& directory, const AppSettings& settings,
           const QList<StudySession>& sessions, QString* error = nullptr);
+/// The same with the ledger; `written`, when given, receives the version of the file written.
+bool save(const QString& directory, const PersistedData& data, QString* error,
+          FileStamp* written = nullptr);
 /// Renames an unreadable data file to "focus-data.json.unreadable-<UTC time>" beside it.
 bool preserveUnreadable(const QString& directory, const QDateTime& now, QString* error = nullptr);
 /// Whether `fileName` is one of the temporaries an atomic write of the data file leaves
@@ -30,7 +36,9 @@ bool preserveUnreadable(const QString& directory, const QDateTime& now, QString*
 bool isStaleTemporaryName(const QString& fileName);
 /// Deletes those temporaries in `directory` and nothing else; returns how many went.
 int removeStaleTemporaries(const QString& directory);
-/// Writes `bytes` to `path` atomically (a 0600 temporary file, then replace).
-bool writeAtomically(const QString& path, const QByteArray& bytes, QString* error);
+/// Writes `bytes` to `path` atomically (a 0600 temporary file, then replace); `written`: the
+/// stamp of the file as written, so a later change by someone else can be told apart.
+bool writeAtomically(const QString& path, const QByteArray& bytes, QString* error,
+                     FileStamp* written = nullptr);
 
 } // namespace quill::Persistence

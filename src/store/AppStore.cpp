@@ -2,9 +2,11 @@
 
 #include "insights/Statistics.h"
 #include "storage/CsvExport.h"
+#include "storage/DataMerge.h"
 #include "storage/Persistence.h"
 #include "store/ThreadWorkQueue.h"
 
+#include <QFileInfo>
 #include <QTimeZone>
 #include <algorithm>
 #include <cmath>
@@ -15,6 +17,8 @@ using namespace std::chrono_literals;
 
 namespace {
 constexpr auto kSaveDebounce = 250ms;
+// A sync tool's write is a burst of changes in the folder; the merge waits for it to end.
+constexpr auto kRefreshDebounce = 500ms;
 
 qint64 roundUp(double seconds) {
     return static_cast<qint64>(std::ceil(seconds));
@@ -29,7 +33,14 @@ AppStore::AppStore(Services services, QObject* parent)
     Persistence::removeStaleTemporaries(directory);
     const Persistence::LoadResult loaded = Persistence::load(directory);
     m_workQueue = m_services.work ? m_services.work : std::make_shared<ThreadWorkQueue>();
-    m_saver = std::make_unique<DataFileSaver>(m_workQueue, loaded.unreadableFileExists);
+    m_saver = std::make_unique<DataFileSaver>(m_workQueue, loaded.unreadableFileExists, loaded.data,
+                                              loaded.stamp);
+    m_ledger = loaded.data.ledger;
+    // Settings of unknown age are older than any dated change. Writing the date at all tells
+    // other copies that this writer records its deletions, so that a session its file lacks
+    // is one it has not seen rather than one it deleted.
+    if (!m_ledger.settingsChangedAt)
+        m_ledger.settingsChangedAt = QDateTime::fromSecsSinceEpoch(0, Qt::UTC);
     m_lastSuspendedMs = m_services.clock->suspendedMs();
     m_settings = loaded.data.settings;
     QList<StudySession> sorted = loaded.data.sessions;
@@ -44,6 +55,13 @@ AppStore::AppStore(Services services, QObject* parent)
     normalizeSettings();
     m_stepTimer.setResting(true);
     startFocusGuard();
+    if (m_services.folderWatcher) {
+        m_folderWatch = m_services.folderWatcher->watch(
+            directory, QFileInfo(Persistence::dataFilePath(directory)).fileName(), [this] {
+                m_refreshDebounce =
+                    m_services.scheduler->after(kRefreshDebounce, [this] { refreshFromFile(); });
+            });
+    }
 }
 
 AppStore::~AppStore() {
@@ -51,6 +69,8 @@ AppStore::~AppStore() {
     // Quitting gives the desktop's banners back, whatever the round was doing.
     if (m_notificationsHeld)
         m_services.notificationHold->setHeld(false);
+    m_folderWatch.reset();
+    m_refreshDebounce.reset();
     flushSaves();
 }
 
@@ -68,8 +88,10 @@ void AppStore::flushSaves() {
 AppStore::FinalSave AppStore::saveBeforeQuit() {
     m_saveDebounce.reset();
     m_settings = normalizedSettings(m_settings);
-    const DataFileSaver::Outcome outcome =
-        m_saver->saveAndWait(m_services.dataLocation->directory(), m_settings, m_sessions, now());
+    const DataFileSaver::Outcome outcome = m_saver->saveAndWait(
+        m_services.dataLocation->directory(), persistedData(), now(), m_mergesTakenIn);
+    if (outcome.merged)
+        adoptMerged(outcome);
     m_lastSaveFailed = !outcome.saved;
     FinalSave result{outcome.saved, outcome.error, {}};
     const QString rescue = m_services.dataLocation->rescueDirectory();
@@ -111,6 +133,8 @@ void AppStore::setSelectedSection(AppSection section) {
 }
 
 void AppStore::setSettings(const AppSettings& settings) {
+    if (!(settings == m_settings))
+        m_ledger.settingsChangedAt = SyncLedger::stamp(now());
     m_settings = settings;
     Q_EMIT settingsChanged();
     updateAmbientLevels();
@@ -221,14 +245,50 @@ void AppStore::onSettingsSettled() {
 
 std::uint64_t AppStore::saveNow() {
     // Serialising and writing happen on the work queue; the lists are shared, not copied.
-    return m_saver->save(m_services.dataLocation->directory(), m_settings, m_sessions, now(),
+    return m_saver->save(m_services.dataLocation->directory(), persistedData(), now(),
+                         m_mergesTakenIn,
                          [this, alive = std::weak_ptr<bool>(m_alive)](const auto& outcome) {
                              if (auto a = alive.lock(); a && *a)
                                  onSaveFinished(outcome);
                          });
 }
 
+void AppStore::refreshFromFile() {
+    m_saver->refresh(m_services.dataLocation->directory(), persistedData(), now(), m_mergesTakenIn,
+                     [this, alive = std::weak_ptr<bool>(m_alive)](const auto& outcome) {
+                         if (auto a = alive.lock(); a && *a)
+                             onRefreshFinished(outcome);
+                     });
+}
+
+void AppStore::onRefreshFinished(const DataFileSaver::Outcome& outcome) {
+    // A refresh that wrote nothing says nothing of the last save; only its failure is told.
+    if (outcome.saved) {
+        if (outcome.merged)
+            adoptMerged(outcome);
+        return;
+    }
+    onSaveFinished(outcome);
+}
+
+void AppStore::adoptMerged(const DataFileSaver::Outcome& outcome) {
+    const PersistedData result =
+        DataMerge::adopt(*outcome.sent, persistedData(), *outcome.merged, now());
+    m_mergesTakenIn = outcome.mergeNumber;
+    m_ledger = result.ledger;
+    if (!(result.settings == m_settings)) {
+        m_settings = result.settings;
+        Q_EMIT settingsChanged();
+        updateAmbientLevels();
+        normalizeSettings();
+    }
+    if (result.sessions != m_sessions)
+        setSessions(result.sessions);
+}
+
 void AppStore::onSaveFinished(const DataFileSaver::Outcome& outcome) {
+    if (outcome.merged)
+        adoptMerged(outcome);
     m_lastSaveFailed = !outcome.saved;
     // A review is confirmed only once it is on disk; a failure to store it is always told.
     const bool review = m_reviewSave != 0 && outcome.serial >= m_reviewSave;

@@ -239,6 +239,12 @@ private:
     /// Returns the save's serial.
     std::uint64_t saveNow();
     void onSaveFinished(const DataFileSaver::Outcome& outcome);
+    void onRefreshFinished(const DataFileSaver::Outcome& outcome);
+    PersistedData persistedData() const { return {m_settings, m_sessions, m_ledger}; }
+    /// Merges what another writer changed in the file while the app runs.
+    void refreshFromFile();
+    /// Takes in data merged with an outside change.
+    void adoptMerged(const DataFileSaver::Outcome& outcome);
     void updateAmbientLevels();
     qint64 monotonicMs() const;
     /// Wall-clock time for a date stored with the round, never before the round's start even
@@ -272,6 +278,10 @@ private:
     AppSection m_selectedSection = AppSection::focus;
     AppSettings m_settings;
     QList<StudySession> m_sessions;
+    /// Deletions and the date of the last settings change, for merging outside changes.
+    SyncLedger m_ledger;
+    /// The number of the last merged save outcome taken in.
+    int m_mergesTakenIn = 0;
     SessionPhase m_phase = SessionPhase::idle;
     qint64 m_remainingSeconds = 0;
     qint64 m_breakRemainingSeconds = 0;
@@ -304,6 +314,8 @@ private:
     mutable LocalTimeCache m_localTime;
     StepTimer m_stepTimer;
     std::unique_ptr<Scheduler::Handle> m_saveDebounce;
+    std::unique_ptr<Scheduler::Handle> m_refreshDebounce;
+    std::unique_ptr<FolderWatcher::Handle> m_folderWatch;
     std::vector<std::unique_ptr<Scheduler::Handle>> m_toastChecks;
     bool m_notificationHoldAvailable = false;
     bool m_notificationsHeld = false;

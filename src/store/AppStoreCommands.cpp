@@ -92,6 +92,9 @@ void AppStore::toggleAppearance() {
 }
 
 void AppStore::clearHistory() {
+    // Remembered one by one, so that a copy of the file elsewhere loses them too.
+    for (const StudySession& s : m_sessions)
+        m_ledger.recordDeletion(s.id, now());
     setSessions({});
     saveNow();
     toast(QStringLiteral("专注记录已清空。"));
@@ -99,7 +102,8 @@ void AppStore::clearHistory() {
 
 void AppStore::removeSession(const StudySession& session) {
     QList<StudySession> kept = m_sessions;
-    kept.removeIf([&](const StudySession& s) { return s.id == session.id; });
+    if (kept.removeIf([&](const StudySession& s) { return s.id == session.id; }) > 0)
+        m_ledger.recordDeletion(session.id, now());
     setSessions(kept);
     saveNow();
 }

@@ -4,6 +4,7 @@
 #include "store/AmbientOutput.h"
 #include "store/Clock.h"
 #include "store/DataLocation.h"
+#include "store/FolderWatcher.h"
 #include "store/MusicPlayer.h"
 #include "store/RandomSource.h"
 #include "store/Scheduler.h"
@@ -28,6 +29,8 @@ struct Services {
     std::shared_ptr<MusicPlayer> music;
     /// Where the data file is serialised and written; a worker thread when not given.
     std::shared_ptr<WorkQueue> work;
+    /// Tells when another writer changed the data file; nothing is watched when not given.
+    std::shared_ptr<FolderWatcher> folderWatcher;
     /// The desktop's notification banners, held while focusing; none: never held.
     std::shared_ptr<NotificationHold> notificationHold;
     /// Screen locks, which pause a running round; none: locks go unnoticed.

@@ -1,5 +1,7 @@
 #include "store/SystemServices.h"
 
+#include "store/FileSystemFolderWatcher.h"
+
 #include "store/ThreadWorkQueue.h"
 #include "store/WallClockTimer.h"
 
@@ -151,6 +153,7 @@ Services makeSystemServices() {
     s.dataLocation = std::make_shared<StandardDataLocation>();
     s.fileChooser = std::make_shared<DialogFileChooser>();
     s.work = std::make_shared<ThreadWorkQueue>();
+    s.folderWatcher = std::make_shared<FileSystemFolderWatcher>();
     return s;
 }
 

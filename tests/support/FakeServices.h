@@ -105,6 +105,22 @@ private:
     std::vector<std::unique_ptr<Scheduler::Handle>> m_deliveries;
 };
 
+/// Reports a change to the data folder when the test says so.
+class ManualFolderWatcher final : public FolderWatcher {
+public:
+    std::unique_ptr<Handle> watch(const QString& directory, const QString& fileName,
+                                  std::function<void()> changed) override;
+    /// Calls every live watch's callback, as a change in the folder would.
+    void announceChange();
+    int liveWatches() const;
+
+private:
+    struct Entry {
+        std::function<void()> changed;
+    };
+    std::vector<std::weak_ptr<Entry>> m_entries;
+};
+
 /// A complete set of fakes plus the Services bundle that shares them.
 struct FakeServices {
     FakeServices();
@@ -120,6 +136,7 @@ struct FakeServices {
     /// None unless a test gives them.
     std::shared_ptr<NotificationHold> notificationHold;
     std::shared_ptr<ScreenLockWatch> screenLock;
+    std::shared_ptr<ManualFolderWatcher> watcher;
     Services services() const;
 };
 
