@@ -8,6 +8,7 @@
 #include "support/FakeFocusGuard.h"
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <gtest/gtest.h>
@@ -86,6 +87,14 @@ protected:
         QDBusMessage signal = QDBusMessage::createSignal(path, interface, name);
         signal.setArguments(arguments);
         desktop.send(signal);
+    }
+
+    /// Lets every signal already sent reach the watch before counting starts afresh: the bus
+    /// keeps each connection's messages in order, so a round trip on each flushes them.
+    void settleSignals() {
+        for (QDBusConnection* connection : {&desktop, &app})
+            connection->interface()->isServiceRegistered(QStringLiteral("org.freedesktop.DBus"));
+        drainEvents();
     }
 
     PrivateBus bus;
@@ -193,6 +202,7 @@ TEST_F(FocusGuardBusTest, LogindsLockAndLockedHintOfThisSessionAreLocks) {
         return locks.count > 0;
     }));
 
+    settleSignals();
     locks.count = 0;
     const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
     auto hint = [&](const QString& name, bool value) {
@@ -221,6 +231,7 @@ TEST_F(FocusGuardBusTest, WithoutLogindTheScreensaversReportLocks) {
         return locks.count > 0;
     }));
 
+    settleSignals();
     locks.count = 0;
     emitSignal(QStringLiteral("/org/gnome/ScreenSaver"), QStringLiteral("org.gnome.ScreenSaver"),
                QStringLiteral("ActiveChanged"), {false});

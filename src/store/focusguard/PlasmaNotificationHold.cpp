@@ -20,13 +20,22 @@ QDBusMessage notificationsCall(const QString& method) {
 
 /// Runs `done` with the reply once it arrives, unless `owner` is gone by then.
 template <class Done>
-void whenAnswered(QObject* owner, QDBusConnection& bus, const QDBusMessage& call, Done done) {
-    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), owner);
+QDBusPendingCall whenAnswered(QObject* owner, QDBusConnection& bus, const QDBusMessage& call,
+                              Done done) {
+    const QDBusPendingCall pending = bus.asyncCall(call);
+    auto* watcher = new QDBusPendingCallWatcher(pending, owner);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, owner,
                      [watcher, done = std::move(done)] {
                          watcher->deleteLater();
                          done(QDBusMessage(watcher->reply()));
                      });
+    return pending;
+}
+
+QDBusMessage unInhibitCall(uint cookie) {
+    QDBusMessage call = notificationsCall(QStringLiteral("UnInhibit"));
+    call << cookie;
+    return call;
 }
 } // namespace
 
@@ -36,10 +45,20 @@ PlasmaNotificationHold::PlasmaNotificationHold(QDBusConnection bus, QString desk
 
 PlasmaNotificationHold::~PlasmaNotificationHold() {
     *m_alive = false;
-    if (m_cookie && m_bus.isConnected()) {
-        QDBusMessage call = notificationsCall(QStringLiteral("UnInhibit"));
-        call << *m_cookie;
-        m_bus.send(call);
+    if (!m_bus.isConnected())
+        return;
+    if (m_cookie)
+        m_bus.send(unInhibitCall(*m_cookie));
+    if (m_inhibiting && m_inhibitCall) {
+        // The cookie is still on its way: released when it comes, without waiting for it here.
+        auto* watcher = new QDBusPendingCallWatcher(*m_inhibitCall);
+        QObject::connect(
+            watcher, &QDBusPendingCallWatcher::finished, [watcher, bus = m_bus]() mutable {
+                watcher->deleteLater();
+                const QDBusMessage reply(watcher->reply());
+                if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty())
+                    bus.send(unInhibitCall(reply.arguments().constFirst().toUInt()));
+            });
     }
 }
 
@@ -69,8 +88,9 @@ void PlasmaNotificationHold::converge() {
         QDBusMessage call = notificationsCall(QStringLiteral("Inhibit"));
         call << m_desktopEntry << QStringLiteral("专注中") << QVariantMap();
         m_inhibiting = true;
-        whenAnswered(this, m_bus, call, [this](const QDBusMessage& reply) {
+        m_inhibitCall = whenAnswered(this, m_bus, call, [this](const QDBusMessage& reply) {
             m_inhibiting = false;
+            m_inhibitCall.reset();
             if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
                 m_cookie = reply.arguments().constFirst().toUInt();
             } else {
@@ -81,10 +101,8 @@ void PlasmaNotificationHold::converge() {
             converge();
         });
     } else if (!m_wanted && m_cookie) {
-        QDBusMessage call = notificationsCall(QStringLiteral("UnInhibit"));
-        call << *m_cookie;
+        m_bus.asyncCall(unInhibitCall(*m_cookie));
         m_cookie.reset();
-        m_bus.asyncCall(call);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "store/focusguard/NotificationHold.h"
 
 #include <QDBusConnection>
+#include <QDBusPendingCall>
 #include <QObject>
 #include <memory>
 #include <optional>
@@ -28,7 +29,8 @@ private:
     QDBusConnection m_bus;
     QString m_desktopEntry;
     bool m_wanted = false;
-    bool m_inhibiting = false; ///< an Inhibit call awaits its cookie
+    bool m_inhibiting = false;                     ///< an Inhibit call awaits its cookie
+    std::optional<QDBusPendingCall> m_inhibitCall; ///< that call, while it is on its way
     std::optional<uint> m_cookie;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
