@@ -8,10 +8,9 @@ namespace {
 
 class ControlCardTest : public ViewModelTest {
 protected:
-    ControlCardViewModel vm;
+    ControlCardViewModel vm{*store};
     void SetUp() override {
         edit([](AppSettings& s) { s.taskNames = QList<QString>{"Math", "Reading"}; });
-        vm.setStore(store.get());
     }
 };
 

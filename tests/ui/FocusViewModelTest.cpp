@@ -11,8 +11,7 @@ namespace {
 
 class FocusViewModelTest : public ViewModelTest {
 protected:
-    FocusViewModel vm;
-    void SetUp() override { vm.setStore(store.get()); }
+    FocusViewModel vm{*store};
 };
 
 TEST_F(FocusViewModelTest, IdleShowsTheSelectedLengthOnAFullRing) {
@@ -155,16 +154,6 @@ TEST_F(FocusViewModelTest, PillsAndTheSuggestionComeFromTheStatistics) {
     EXPECT_EQ(vm.recommendationText(), "今天的建议：先做 30 分钟");
     vm.adoptRecommendation();
     EXPECT_EQ(store->settings().selectedDurationMinutes, 30);
-}
-
-TEST_F(FocusViewModelTest, WithoutAStoreItShowsDefaultsAndIgnoresCommands) {
-    FocusViewModel lonely;
-    EXPECT_EQ(lonely.timerText(), "50:00");
-    lonely.primaryAction();
-    lonely.requestEnd();
-    lonely.adoptRecommendation();
-    vm.setStore(nullptr);
-    EXPECT_EQ(vm.timerCaption(), "准备开始");
 }
 
 } // namespace

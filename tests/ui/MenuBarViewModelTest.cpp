@@ -8,8 +8,7 @@ namespace {
 
 class MenuBarViewModelTest : public ViewModelTest {
 protected:
-    MenuBarViewModel vm;
-    void SetUp() override { vm.setStore(store.get()); }
+    MenuBarViewModel vm{*store};
 };
 
 TEST_F(MenuBarViewModelTest, IdleOffersToStartTheSelectedLength) {

@@ -14,8 +14,7 @@ namespace {
 
 class SettingsViewModelTest : public ViewModelTest {
 protected:
-    SettingsViewModel vm;
-    void SetUp() override { vm.setStore(store.get()); }
+    SettingsViewModel vm{*store};
     // What a control shows must already be what the store keeps after its repair.
     void expectRepaired() { EXPECT_EQ(store->settings(), normalizedSettings(store->settings())); }
 };
@@ -85,8 +84,7 @@ TEST_F(SettingsViewModelTest, ClearingNeedsStoredRoundsAndTheConfirmation) {
     Persistence::save(withHistory.data->directory(), AppSettings{},
                       {sampleSession(QDateTime::currentDateTimeUtc().addDays(-1), 1500, 1600)});
     auto full = std::make_unique<AppStore>(withHistory.services());
-    SettingsViewModel data;
-    data.setStore(full.get());
+    SettingsViewModel data(*full);
     ASSERT_TRUE(data.clearEnabled());
     data.requestClear();
     ASSERT_TRUE(data.clearConfirmationShown());
@@ -123,12 +121,9 @@ public:
 
 class MusicSettingsTest : public ViewModelTest {
 protected:
-    MusicSettingsViewModel music;
+    MusicSettingsViewModel music{*store};
     std::shared_ptr<ScriptedProbe> probe = std::make_shared<ScriptedProbe>();
-    void SetUp() override {
-        music.setStore(store.get());
-        music.setProbe(probe);
-    }
+    void SetUp() override { music.setProbe(probe); }
 };
 
 TEST_F(MusicSettingsTest, NetEaseChangesTheTitleSymbolAndRows) {
@@ -200,8 +195,7 @@ TEST_F(MusicSettingsTest, TheHintNamesThePlayerThatWouldBeDriven) {
 
 class TaskSettingsTest : public ViewModelTest {
 protected:
-    TaskSettingsViewModel tasks;
-    void SetUp() override { tasks.setStore(store.get()); }
+    TaskSettingsViewModel tasks{*store};
 };
 
 TEST_F(TaskSettingsTest, AddingNeedsTextAndNoRunningRound) {

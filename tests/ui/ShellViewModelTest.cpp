@@ -13,8 +13,7 @@ namespace {
 
 class ShellViewModelTest : public ViewModelTest {
 protected:
-    ShellViewModel vm;
-    void SetUp() override { vm.setStore(store.get()); }
+    ShellViewModel vm{*store};
 };
 
 TEST_F(ShellViewModelTest, SectionsAreTheFourInOrderWithTheirSymbols) {

@@ -5,6 +5,7 @@
 #include "Symbols.h"
 #include "store/AppStore.h"
 #include "ui/UiLog.h"
+#include "ui/viewmodels/ViewModels.h"
 
 #include <QFont>
 #include <QGuiApplication>
@@ -15,7 +16,8 @@
 namespace quill {
 
 UiRuntime::UiRuntime(Services services, QObject* parent)
-    : QObject(parent), m_store(std::make_unique<AppStore>(std::move(services))) {}
+    : QObject(parent), m_store(std::make_unique<AppStore>(std::move(services))),
+      m_models(std::make_unique<ViewModels>(*m_store)) {}
 
 UiRuntime::~UiRuntime() {
     // Windows go first so no binding reads the store while it is torn down.
@@ -44,7 +46,8 @@ QString UiRuntime::mainQmlUrl() {
 bool UiRuntime::load() {
     m_engine = std::make_unique<QQmlApplicationEngine>();
     m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
-    m_engine->setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(m_store.get())}});
+    m_engine->setInitialProperties(
+        {{QStringLiteral("models"), QVariant::fromValue(m_models.get())}});
     m_engine->load(QUrl(mainQmlUrl()));
     const auto roots = m_engine->rootObjects();
     if (roots.isEmpty()) {

@@ -5,7 +5,8 @@ import Quillmere
 // The tray item's panel: the round at a glance with its main controls, and ambient sound.
 Window {
     id: panel
-    property AppStore store
+    required property ViewModels models
+    readonly property MenuBarViewModel menu: models.menuBar
     // "回到复盘": the main window comes to the front with the review.
     signal reviewWanted()
     flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
@@ -21,7 +22,6 @@ Window {
     color: "transparent"
     title: "Quillmere"
 
-    MenuBarViewModel { id: menu; store: panel.store }
 
     Rectangle {
         id: surface
