@@ -30,10 +30,10 @@ protected:
         ui.settle();
     }
     void setFloating(bool countdown, bool buttons) {
-        AppSettings s = ui.store().settings();
-        s.floatingTimerOnMinimize = countdown;
-        s.floatingSignalButtons = buttons;
-        ui.store().setSettings(s);
+        ui.store().editSettings([&](AppSettings& s) {
+            s.floatingTimerOnMinimize = countdown;
+            s.floatingSignalButtons = buttons;
+        });
         settle();
     }
 };
