@@ -53,8 +53,10 @@ TEST_F(SettingsViewModelTest, TheDurationFieldKeepsOnlyWholeMinutesInRange) {
     // Nothing usable: the stored length stays and the field is told to show it again.
     vm.commitDurationText(QString());
     vm.commitDurationText(QStringLiteral("abc"));
+    // Nor does a value the repair turns back into the stored one leave the field showing it.
+    vm.commitDurationText(QStringLiteral("25"));
     EXPECT_EQ(vm.selectedDuration(), 25);
-    EXPECT_EQ(changed.count(), 2);
+    EXPECT_EQ(changed.count(), 3);
     expectRepaired();
 }
 
