@@ -1,10 +1,10 @@
 #include "KWinWindowRule.h"
 
+#include "store/BusReply.h"
 #include "ui/UiLog.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDir>
 #include <QFile>
@@ -61,11 +61,9 @@ void KWinWindowRule::apply() {
     QDBusMessage unload = QDBusMessage::createMethodCall(
         kService, QStringLiteral("/Scripting"), kScripting, QStringLiteral("unloadScript"));
     unload << kPluginName;
-    auto* unloaded = new QDBusPendingCallWatcher(m_bus.asyncCall(unload));
-    QObject::connect(unloaded, &QDBusPendingCallWatcher::finished, [bus = m_bus, path](auto* call) {
-        call->deleteLater();
-        if (call->isError()) {
-            qCDebug(lcUi) << "No KWin scripting on the session bus:" << call->error().message();
+    onBusReply(nullptr, m_bus.asyncCall(unload), [bus = m_bus, path](const QDBusMessage& reply) {
+        if (reply.type() == QDBusMessage::ErrorMessage) {
+            qCDebug(lcUi) << "No KWin scripting on the session bus:" << reply.errorMessage();
             return;
         }
         load(bus, path);
@@ -76,10 +74,8 @@ void KWinWindowRule::load(QDBusConnection bus, const QString& path) {
     QDBusMessage loadScript = QDBusMessage::createMethodCall(
         kService, QStringLiteral("/Scripting"), kScripting, QStringLiteral("loadScript"));
     loadScript << path << kPluginName;
-    auto* loaded = new QDBusPendingCallWatcher(bus.asyncCall(loadScript));
-    QObject::connect(loaded, &QDBusPendingCallWatcher::finished, [bus](auto* call) mutable {
-        call->deleteLater();
-        const QDBusPendingReply<int> id = *call;
+    onBusReply(nullptr, bus.asyncCall(loadScript), [bus](const QDBusMessage& reply) mutable {
+        const QDBusPendingReply<int> id = reply;
         if (id.isError() || id.value() < 0) {
             qCWarning(lcUi) << "KWin did not load the window rule:" << id.error().message();
             return;
