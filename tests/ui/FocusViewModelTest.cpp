@@ -14,19 +14,6 @@ protected:
     FocusViewModel vm{*store};
 };
 
-TEST_F(FocusViewModelTest, IdleShowsTheSelectedLengthOnAFullRing) {
-    edit([](AppSettings& s) { s.selectedDurationMinutes = 25; });
-    EXPECT_EQ(vm.timerText(), "25:00");
-    EXPECT_EQ(vm.timerCaption(), "准备开始");
-    EXPECT_DOUBLE_EQ(vm.progress(), 1.0);
-    EXPECT_EQ(vm.phaseSymbol(), "circle.dotted");
-    EXPECT_EQ(vm.primaryTitle(), "开始这一轮");
-    EXPECT_EQ(vm.primarySymbol(), "play.fill");
-    EXPECT_FALSE(vm.endAvailable());
-    EXPECT_FALSE(vm.active());
-    EXPECT_EQ(vm.subtitle(), "目标不是硬撑得更久，而是越来越了解自己的注意力。");
-}
-
 TEST_F(FocusViewModelTest, ALongRoundShowsUncappedMinutes) {
     edit([](AppSettings& s) { s.selectedDurationMinutes = 120; });
     EXPECT_EQ(vm.timerText(), "120:00");
@@ -123,28 +110,6 @@ TEST_F(FocusViewModelTest, ATimerStepThatChangesNoTextRedrawsNothing) {
     timer.clear();
     advance(10'000);
     EXPECT_EQ(timer.count(), 0);
-}
-
-TEST_F(FocusViewModelTest, SignalsCountThisRoundsEvents) {
-    start();
-    vm.recordMindWander();
-    vm.recordMindWander();
-    vm.recordFatigue();
-    EXPECT_EQ(vm.wanderCountText(), "2 次");
-    EXPECT_EQ(vm.fatigueCountText(), "1 次");
-    store->abandonSession();
-    EXPECT_EQ(vm.wanderCountText(), "0 次");
-}
-
-TEST_F(FocusViewModelTest, ThePrimaryActionStartsPausesAndResumes) {
-    vm.primaryAction();
-    EXPECT_EQ(store->phase(), SessionPhase::focusing);
-    vm.primaryAction();
-    EXPECT_EQ(store->phase(), SessionPhase::paused);
-    vm.primaryAction();
-    EXPECT_EQ(store->phase(), SessionPhase::focusing);
-    vm.requestEnd();
-    EXPECT_TRUE(store->showSessionEndDialog());
 }
 
 TEST_F(FocusViewModelTest, PillsAndTheSuggestionComeFromTheStatistics) {

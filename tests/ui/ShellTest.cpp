@@ -103,6 +103,8 @@ TEST(ShellTest, TheFocusRowCarriesADotWhileARoundRuns) {
     ui.click("focus.primary");
     EXPECT_TRUE(ui.isShown("sidebar.activeDot"));
     EXPECT_EQ(ui.trayIcon()->property("symbol").toString(), "leaf.fill");
+    ui.click("focus.primary"); // paused is still under way
+    EXPECT_TRUE(ui.isShown("sidebar.activeDot"));
     ui.click("focus.end");
     ui.click("endDialog.abandon");
     EXPECT_FALSE(ui.isShown("sidebar.activeDot"));
@@ -131,10 +133,12 @@ TEST(ShellTest, TheToastShowsForThreeSecondsOfVirtualTime) {
     EXPECT_FALSE(ui.isShown("toast"));
     ui.click("focus.primary");
     EXPECT_TRUE(ui.isShown("toast"));
+    const QString text = ui.text("toast.text");
     ui.advance(2'900);
     EXPECT_TRUE(ui.isShown("toast"));
     ui.advance(200);
     EXPECT_FALSE(ui.isShown("toast"));
+    EXPECT_EQ(ui.text("toast.text"), text) << "the text stays while it fades out";
 }
 
 class TrayPanelTest : public ::testing::Test {
