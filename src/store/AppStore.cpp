@@ -28,7 +28,9 @@ qint64 roundUp(double seconds) {
 
 AppStore::AppStore(Services services, QObject* parent)
     : QObject(parent), m_services(std::move(services)),
-      m_stepTimer(m_services.scheduler, m_services.clock, [this] { tick(); }) {
+      m_stepTimer(
+          m_services.scheduler, m_services.clock, [this] { tick(); },
+          [this] { return m_clock.msToNextSecondTurn(monotonicMs()); }) {
     const QString directory = m_services.dataLocation->directory();
     // Temporaries of writes cut short by a crash or a kill; the data file itself is whole.
     Persistence::removeStaleTemporaries(directory);
@@ -433,6 +435,7 @@ void AppStore::scheduleNextReminder() {
     const qint64 lower = std::max<qint64>(m_settings.reminderMinimumMinutes * 60, 1);
     const qint64 upper = std::max<qint64>(m_settings.reminderMaximumMinutes * 60, lower);
     m_clock.scheduleReminder(monotonicMs(), m_services.random->between(lower, upper));
+    m_stepTimer.replan(); // the reminder's own seconds may turn between the round's
 }
 
 void AppStore::beginMicroBreak() {
