@@ -185,7 +185,7 @@ void AppStore::setPhase(SessionPhase phase) {
 }
 
 void AppStore::setRemainingSeconds(qint64 v) {
-    // The step runs four times a second; the counters move once a second.
+    // A step may come for another deadline's second; each counter notifies only when it moves.
     if (std::exchange(m_remainingSeconds, v) != v)
         Q_EMIT remainingSecondsChanged();
 }

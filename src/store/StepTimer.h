@@ -11,7 +11,7 @@ namespace quill {
 class Clock;
 
 /// When the store's step runs. In a round, when the next shown second turns or a deadline falls
-/// due, as the store's `msToNextChange` says (once a second, not more). At rest nothing the step
+/// due, as the store's `msToNextChange` says (about once a second). At rest nothing the step
 /// shows can change before the next local minute (the greeting's hour, the day of today's figures),
 /// so it waits for that minute to begin, on the wall clock: a wake from sleep or a set clock steps
 /// at once and plans again. An app left open all day then wakes once a minute.
