@@ -1,7 +1,7 @@
 #include "storage/CsvExport.h"
-#include "../model/ScopedTimeZone.h"
 #include "StorageSamples.h"
 #include "support/FakeServices.h"
+#include "support/ScopedTimeZone.h"
 
 #include <QDir>
 #include <QFile>

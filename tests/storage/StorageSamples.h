@@ -8,7 +8,6 @@
 #include <QDateTime>
 #include <QStringList>
 #include <QTimeZone>
-#include <ostream>
 
 namespace quill::test {
 
@@ -61,8 +60,3 @@ inline AppSettings withoutOptionals(AppSettings s) {
 }
 
 } // namespace quill::test
-
-// Readable failure messages for Qt strings.
-inline void PrintTo(const QString& s, std::ostream* os) {
-    *os << '"' << s.toStdString() << '"';
-}
