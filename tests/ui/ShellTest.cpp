@@ -258,6 +258,7 @@ TEST_F(TrayPanelTest, ClosingDuringARoundKeepsItAndTheTrayMenuBringsTheWindowBac
     QMetaObject::invokeMethod(ui.trayIcon(), "triggerMenuEntry", Q_ARG(int, 0));
     EXPECT_TRUE(ui.window()->isVisible());
     EXPECT_EQ(floating->panel(), nullptr);
+    closer->setProperty("trayHost", false);
 }
 
 TEST_F(TrayPanelTest, OnABottomPanelItGrowsUpwardAndAClickInTheWindowClosesIt) {

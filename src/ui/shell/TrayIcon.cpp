@@ -4,10 +4,12 @@
 #include "MainWindowRestorer.h"
 #include "PanelPlacement.h"
 #include "RoundedWindowMask.h"
+#include "TrayHostWatch.h"
 #include "TrayIconArt.h"
 #include "X11WindowHints.h"
 
 #include <QCursor>
+#include <QDBusConnection>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QIcon>
@@ -22,21 +24,13 @@
 
 namespace quill {
 
-TrayIcon::TrayIcon(QObject* parent)
-    : QObject(parent), m_menu(std::make_unique<QMenu>()),
-      m_tray(std::make_unique<QSystemTrayIcon>()) {
+TrayIcon::TrayIcon(QObject* parent) : QObject(parent), m_menu(std::make_unique<QMenu>()) {
     // The stand-in for a dock icon's menu: the window can always be brought back, and the
     // app quit, even when the window is closed.
     connect(m_menu->addAction(QStringLiteral("打开 Quillmere")), &QAction::triggered, this,
             &TrayIcon::showMainWindow);
     connect(m_menu->addAction(QStringLiteral("退出")), &QAction::triggered, this,
             &TrayIcon::quitRequested);
-    m_tray->setContextMenu(m_menu.get());
-    connect(m_tray.get(), &QSystemTrayIcon::activated, this,
-            [this](QSystemTrayIcon::ActivationReason reason) {
-                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
-                    activate();
-            });
     // Looking the icons up in the icon themes and asking the desktop for a tray take a
     // while: they wait for the main window's first frame (see setMainWindow), or for the
     // event loop where there is no main window.
@@ -50,14 +44,28 @@ void TrayIcon::start() {
     if (m_started)
         return;
     m_started = true;
+    // Without a tray host (plain X servers, the offscreen platform, GNOME without the
+    // AppIndicator extension) there is nothing to show until one comes.
+    m_hostWatch = new TrayHostWatch(QDBusConnection::sessionBus(), this);
+    connect(m_hostWatch, &TrayHostWatch::hostFound, this, &TrayIcon::showInTray);
+    m_hostWatch->start();
+}
+
+void TrayIcon::showInTray() {
+    if (m_tray)
+        return;
+    m_tray = std::make_unique<QSystemTrayIcon>();
+    m_tray->setContextMenu(m_menu.get());
+    connect(m_tray.get(), &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
+                    activate();
+            });
     updateIcon();
     m_tray->setToolTip(m_toolTip);
-    // Without a tray host (plain X servers, the offscreen platform) there is nothing to show.
-    if (QSystemTrayIcon::isSystemTrayAvailable()) {
-        m_tray->show();
-        m_hostAvailable = true;
-        Q_EMIT hostAvailableChanged();
-    }
+    m_tray->show();
+    m_hostAvailable = true;
+    Q_EMIT hostAvailableChanged();
 }
 
 TrayIcon::~TrayIcon() = default;
@@ -66,8 +74,7 @@ void TrayIcon::setSymbol(const QString& symbol) {
     if (m_symbol == symbol)
         return;
     m_symbol = symbol;
-    if (m_started)
-        updateIcon();
+    updateIcon();
     Q_EMIT symbolChanged();
 }
 
@@ -75,7 +82,8 @@ void TrayIcon::setToolTip(const QString& tip) {
     if (m_toolTip == tip)
         return;
     m_toolTip = tip;
-    m_tray->setToolTip(tip);
+    if (m_tray)
+        m_tray->setToolTip(tip);
     Q_EMIT toolTipChanged();
 }
 
@@ -121,7 +129,8 @@ void TrayIcon::setMainWindow(QQuickWindow* window) {
 }
 
 void TrayIcon::updateIcon() {
-    m_tray->setIcon(currentIcon());
+    if (m_tray)
+        m_tray->setIcon(currentIcon());
 }
 
 QIcon TrayIcon::currentIcon() const {
@@ -138,7 +147,7 @@ QIcon TrayIcon::currentIcon() const {
 }
 
 QIcon TrayIcon::icon() const {
-    return m_started ? m_tray->icon() : currentIcon();
+    return m_tray ? m_tray->icon() : currentIcon();
 }
 
 void TrayIcon::activate() {
@@ -176,7 +185,8 @@ void TrayIcon::triggerMenuEntry(int index) {
 
 void TrayIcon::showPanel() {
     TrayClick click;
-    click.icon = m_tray->geometry();
+    if (m_tray)
+        click.icon = m_tray->geometry();
     // Under XWayland the pointer Qt reports is where it last crossed one of our X windows,
     // not the click in the desktop's panel; on Wayland there is none.
     const bool xWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
@@ -232,10 +242,11 @@ void TrayIcon::onPanelActiveChanged() {
     // Like a popover: clicking elsewhere closes it, once it has actually held the focus.
     if (!m_panel)
         return;
-    if (m_panel->isActive())
+    if (m_panel->isActive()) {
         m_panelWasActive = true;
-    else if (m_panelWasActive && m_panel->isVisible())
+    } else if (m_panelWasActive && m_panel->isVisible()) {
         m_panel->hide();
+    }
 }
 
 } // namespace quill

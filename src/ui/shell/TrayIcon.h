@@ -12,6 +12,8 @@ class QSystemTrayIcon;
 
 namespace quill {
 
+class TrayHostWatch;
+
 /// The tray item: its icon follows `symbol`; clicking it toggles the small panel window
 /// near the pointer and brings back a minimised main window. Its menu opens the main window
 /// or asks to quit.
@@ -78,6 +80,7 @@ protected:
 
 private:
     void start();
+    void showInTray();
     void placePanel();
     void updateIcon();
     QIcon currentIcon() const;
@@ -85,13 +88,16 @@ private:
     void onPanelActiveChanged();
 
     std::unique_ptr<QMenu> m_menu; // outlives the tray item that shows it
+    // Made once a tray host is known to be there: Qt's tray item asks the desktop
+    // synchronously as it is made.
     std::unique_ptr<QSystemTrayIcon> m_tray;
+    TrayHostWatch* m_hostWatch = nullptr;
     QString m_symbol = QStringLiteral("leaf");
     QString m_toolTip = QStringLiteral("Quillmere");
     QPointer<QQuickWindow> m_panel;
     QPointer<QQuickWindow> m_mainWindow;
     bool m_panelWasActive = false;
-    bool m_started = false; // icon set and shown
+    bool m_started = false; // looking for a tray host
     bool m_hostAvailable = false;
     bool m_composited = true;
     // Where the panel was opened: it stays anchored there as its content grows or shrinks.
