@@ -10,6 +10,7 @@
 
 #include <QCursor>
 #include <QDBusConnection>
+#include <QElapsedTimer>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QIcon>
@@ -24,7 +25,24 @@
 
 namespace quill {
 
-TrayIcon::TrayIcon(QObject* parent) : QObject(parent), m_menu(std::make_unique<QMenu>()) {
+namespace {
+// A click on the tray icon while the panel is open first moves the focus to the desktop's
+// own panel (at the press) and only then reaches the app (at the release, over D-Bus on
+// GNOME and Plasma). A click that comes this soon after the focus left closed the panel.
+constexpr qint64 kSameClickMs = 500;
+
+qint64 sinceStart() {
+    static const QElapsedTimer started = [] {
+        QElapsedTimer t;
+        t.start();
+        return t;
+    }();
+    return started.elapsed();
+}
+} // namespace
+
+TrayIcon::TrayIcon(QObject* parent)
+    : QObject(parent), m_menu(std::make_unique<QMenu>()), m_monotonicMs(sinceStart) {
     // The stand-in for a dock icon's menu: the window can always be brought back, and the
     // app quit, even when the window is closed.
     connect(m_menu->addAction(QStringLiteral("打开 Quillmere")), &QAction::triggered, this,
@@ -161,6 +179,10 @@ void TrayIcon::activate() {
         m_panel->hide();
         return;
     }
+    if (m_closedByFocusLossAt >= 0 && m_monotonicMs() - m_closedByFocusLossAt < kSameClickMs) {
+        m_closedByFocusLossAt = -1;
+        return;
+    }
     showPanel();
 }
 
@@ -245,6 +267,7 @@ void TrayIcon::onPanelActiveChanged() {
     if (m_panel->isActive()) {
         m_panelWasActive = true;
     } else if (m_panelWasActive && m_panel->isVisible()) {
+        m_closedByFocusLossAt = m_monotonicMs();
         m_panel->hide();
     }
 }

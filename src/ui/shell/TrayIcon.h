@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QQuickWindow>
 #include <QtQml/qqmlregistration.h>
+#include <functional>
 #include <memory>
 
 class QMenu;
@@ -63,6 +64,8 @@ public:
     Q_INVOKABLE void showMainWindow();
     /// Runs the menu entry at `index` as if it had been chosen.
     Q_INVOKABLE void triggerMenuEntry(int index);
+    /// Milliseconds on a monotonic clock; tests move it themselves.
+    void setClock(std::function<qint64()> monotonicMs) { m_monotonicMs = std::move(monotonicMs); }
 
 Q_SIGNALS:
     void symbolChanged();
@@ -97,7 +100,9 @@ private:
     QPointer<QQuickWindow> m_panel;
     QPointer<QQuickWindow> m_mainWindow;
     bool m_panelWasActive = false;
-    bool m_started = false; // looking for a tray host
+    std::function<qint64()> m_monotonicMs;
+    qint64 m_closedByFocusLossAt = -1; // when the panel last closed for losing the focus
+    bool m_started = false;            // looking for a tray host
     bool m_hostAvailable = false;
     bool m_composited = true;
     // Where the panel was opened: it stays anchored there as its content grows or shrinks.
