@@ -37,6 +37,7 @@ namespace {
 constexpr int kWaitMs = 30000; // a software-rendering compositor on a loaded machine
 const QString kMainTitle = QStringLiteral("Quillmere");
 const QString kPanelTitle = QStringLiteral("Quillmere倒计时");
+const QString kTrayPanelTitle = QStringLiteral("Quillmere托盘面板");
 
 /// Receives what the test's KWin scripts report back over the bus.
 class ScriptProbe : public QObject {
@@ -302,6 +303,18 @@ public:
         return a11y.call(call, QDBus::Block, 10000).type() == QDBusMessage::ReplyMessage;
     }
 
+    /// Clicks the tray item the app registered, as the desktop's tray does.
+    bool clickTrayItem() {
+        const QStringList items = tray.items();
+        if (items.isEmpty())
+            return false;
+        QDBusMessage click = QDBusMessage::createMethodCall(
+            items.last(), QStringLiteral("/StatusNotifierItem"),
+            QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
+        click << 0 << 0;
+        return bus.call(click, QDBus::Block, 10000).type() == QDBusMessage::ReplyMessage;
+    }
+
     /// Chooses the entry with this label in the menu of the tray item the app registered,
     /// as the desktop's tray does when the user picks it.
     bool chooseTrayMenuEntry(const QString& label) {
@@ -537,7 +550,21 @@ TEST_P(CompositorTest, TheFloatingTimerStandsInForTheMinimisedWindowAndTheRoundE
     EXPECT_EQ(kwin->notifications.shown.back().summary, QStringLiteral("本轮专注已结束"));
 }
 
-TEST_P(CompositorTest, QuittingDuringARoundAsksFirstFromTheTrayMenuAndCtrlQ) {
+TEST_P(CompositorTest, TheTrayPanelStaysOffTheTaskBarAndQuittingDuringARoundAsksFirst) {
+    ASSERT_TRUE(QTest::qWaitFor([&] { return kwin->clickTrayItem(); }, kWaitMs))
+        << "the app registered no tray item";
+    QJsonArray windows;
+    EXPECT_TRUE(kwin->waitForWindows(
+        pid(),
+        [](const QJsonArray& w) {
+            return has(w, kTrayPanelTitle, [](const QJsonObject& o) {
+                return o.value(QStringLiteral("skipTaskbar")).toBool();
+            });
+        },
+        &windows))
+        << QJsonDocument(windows).toJson().toStdString();
+    ASSERT_TRUE(kwin->clickTrayItem());
+
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return kwin->press(pid(), QStringLiteral("开始这一轮")); }, kWaitMs));
     ASSERT_TRUE(

@@ -1,6 +1,7 @@
 #include "TrayIcon.h"
 
 #include "AppIdentity.h"
+#include "KWinWindowRule.h"
 #include "MainWindowRestorer.h"
 #include "PanelPlacement.h"
 #include "RoundedWindowMask.h"
@@ -237,6 +238,15 @@ void TrayIcon::showPanel() {
     }
     placePanel();
     m_panelWasActive = false;
+    // Off the task bar: on X11 by its window state; a Wayland client cannot ask, but on
+    // Plasma KWin's scripting can.
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")) && !m_kwinRule) {
+        m_kwinRule = std::make_unique<KWinWindowRule>(
+            QDBusConnection::sessionBus(), m_panel->title(), QStringLiteral("tray-panel"));
+        m_kwinRule->apply();
+    }
+    m_panel->create();
+    x11::showOnAllWorkspaces(m_panel);
     m_panel->show();
     m_panel->raise();
     m_panel->requestActivate();

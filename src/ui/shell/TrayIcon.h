@@ -13,6 +13,7 @@ class QSystemTrayIcon;
 
 namespace quill {
 
+class KWinWindowRule;
 class TrayHostWatch;
 
 /// The tray item: its icon follows `symbol`; clicking it toggles the small panel window
@@ -95,6 +96,7 @@ private:
     // synchronously as it is made.
     std::unique_ptr<QSystemTrayIcon> m_tray;
     TrayHostWatch* m_hostWatch = nullptr;
+    std::unique_ptr<KWinWindowRule> m_kwinRule; // the panel's, on Plasma's Wayland session
     QString m_symbol = QStringLiteral("leaf");
     QString m_toolTip = QStringLiteral("Quillmere");
     QPointer<QQuickWindow> m_panel;
