@@ -149,8 +149,13 @@ private:
         static const QRegularExpression chinese(QStringLiteral("[\\x{4e00}-\\x{9fff}]"));
         for (QAccessibleInterface* node : tree.nodes()) {
             auto* item = qobject_cast<QQuickItem*>(node->object());
-            if (isControl(node->role()) && !chinese.match(node->text(QAccessible::Name)).hasMatch())
+            if (!isControl(node->role()))
+                continue;
+            if (!chinese.match(node->text(QAccessible::Name)).hasMatch())
                 fail(QStringLiteral("a control without a name: ") + describe(item));
+            // Dimmed and deaf to clicks, itself or through what holds it: a reader must say so.
+            if (item && !item->isEnabled() && !node->state().disabled)
+                fail(QStringLiteral("said to be enabled while disabled: ") + keyOf(node));
         }
     }
 
