@@ -1,4 +1,5 @@
 #include "UiHarness.h"
+#include "ui/shell/FloatingTimerController.h"
 #include "ui/theme/Symbols.h"
 
 #include <QAccessible>
@@ -260,14 +261,42 @@ TEST_F(AccessibleTreeTest, EveryScreenReadsAndPressesLikeItIsSeenAndClicked) {
     EXPECT_TRUE(failures.isEmpty()) << report(failures);
 }
 
-TEST_F(AccessibleTreeTest, TheTrayPanelReadsAndPressesLikeItIsSeenAndClicked) {
-    UiHarness ui(seedSessions(someHistory()));
-    QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+// The windows beside the main one: the tray panel and the floating timer of a round the
+// main window was closed on.
+TEST_F(AccessibleTreeTest, TheSmallWindowsReadAndPressLikeTheyAreSeenAndClicked) {
+    QStringList failures;
+    {
+        UiHarness ui(seedSessions(someHistory()));
+        QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+        ui.settle();
+        ASSERT_TRUE(ui.trayPanel() && ui.trayPanel()->isVisible());
+        Crawl crawl(ui, ui.trayPanel());
+        crawl.run();
+        failures << crawl.failures;
+    }
+    UiHarness ui;
+    AppSettings settings = ui.store().settings();
+    settings.floatingSignalButtons = true;
+    ui.store().setSettings(settings);
+    ui.store().startSession();
+    ui.window()->hide();
     ui.settle();
-    ASSERT_TRUE(ui.trayPanel() && ui.trayPanel()->isVisible());
-    Crawl crawl(ui, ui.trayPanel());
+    const auto* floating =
+        ui.window()->findChild<FloatingTimerController*>(QStringLiteral("floatingTimerController"));
+    QQuickWindow* panel = floating ? floating->panel() : nullptr;
+    ASSERT_TRUE(panel && panel->isVisible());
+    Crawl crawl(ui, panel);
+    crawl.skipped = {QStringLiteral("floatingTimer.restore")}; // closes the window: pressed last
     crawl.run();
-    EXPECT_TRUE(crawl.failures.isEmpty()) << report(crawl.failures);
+    failures << crawl.failures;
+    EXPECT_EQ(ui.store().currentEventCount(), 4) << "wander, fatigue, pause, resume";
+    QAccessibleInterface* restore = QAccessible::queryAccessibleInterface(
+        ui.item(QStringLiteral("floatingTimer.restore"), panel));
+    ASSERT_TRUE(restore && restore->actionInterface());
+    restore->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    ui.settle();
+    EXPECT_TRUE(ui.window()->isVisible());
+    EXPECT_TRUE(failures.isEmpty()) << report(failures);
 }
 
 } // namespace
