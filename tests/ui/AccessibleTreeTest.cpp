@@ -296,4 +296,23 @@ TEST_F(AccessibleTreeTest, TheSmallWindowsReadAndPressLikeTheyAreSeenAndClicked)
     EXPECT_TRUE(failures.isEmpty()) << report(failures);
 }
 
+// A reader's highlight and magnifier take extents in screen pixels, whatever Qt's scale
+// (run here at 1 and again at 2).
+TEST_F(AccessibleTreeTest, ExtentsAreInScreenPixels) {
+    UiHarness ui;
+    const qreal scale = ui.window()->devicePixelRatio();
+    const QRect window = QAccessible::queryAccessibleInterface(ui.window())->rect();
+    EXPECT_EQ(window.size(), ui.window()->size() * scale);
+    for (const char* name : {"focus.primary", "sidebar.section.settings"}) {
+        QQuickItem* item = ui.item(QString::fromLatin1(name));
+        QAccessibleInterface* node = QAccessible::queryAccessibleInterface(item);
+        const QRect rect = node->rect();
+        EXPECT_FALSE(node->state().offscreen) << name;
+        const QPointF offset = item->mapToScene({0, 0}) * scale;
+        EXPECT_NEAR(rect.x() - window.x(), offset.x(), scale) << name;
+        EXPECT_NEAR(rect.y() - window.y(), offset.y(), scale) << name;
+        EXPECT_EQ(rect.size(), (item->size() * scale).toSize()) << name;
+    }
+}
+
 } // namespace
