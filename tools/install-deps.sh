@@ -13,6 +13,7 @@ packages=(
   qt6-qpa-plugins libqt6svg6
   qt6-translations-l10n # Qt's own dialogs in Chinese
   libsdl2-dev libsndfile1-dev
+  libpulse-dev # the ambient output speaks to the sound server directly
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   pulseaudio pulseaudio-utils dbus dbus-x11 xvfb xauth
   xdotool # bench/ui/measure.sh clicks and unmaps the real window
