@@ -276,9 +276,7 @@ TEST_F(AccessibleTreeTest, TheSmallWindowsReadAndPressLikeTheyAreSeenAndClicked)
         failures << crawl.failures;
     }
     UiHarness ui;
-    AppSettings settings = ui.store().settings();
-    settings.floatingSignalButtons = true;
-    ui.store().setSettings(settings);
+    ui.store().editSettings([](AppSettings& settings) { settings.floatingSignalButtons = true; });
     ui.store().startSession();
     ui.window()->hide();
     ui.settle();

@@ -211,9 +211,8 @@ TEST_F(KeyboardTest, AbandoningIsConfirmedAndEscapeStepsBackOneLayer) {
 }
 
 TEST_F(KeyboardTest, TheSettingsScreenShowsItsFocusWithoutCoveringTips) {
-    AppSettings settings = ui.store().settings();
-    settings.taskNames = QList<QString>{QStringLiteral("写作")};
-    ui.store().setSettings(settings);
+    ui.store().editSettings(
+        [](AppSettings& settings) { settings.taskNames = QList<QString>{QStringLiteral("写作")}; });
     press("sidebar.section.settings");
     tabTo("settings.tasks.row.0.remove");
 }
