@@ -55,6 +55,14 @@ AppStore::AppStore(Services services, QObject* parent)
 
     // The ambient levels follow settings at once; the current value passes immediately.
     updateAmbientLevels();
+    // Sound that ends by itself (the output never opened, or was lost for good) is shown
+    // as stopped, with the same word as a play that fails at once.
+    m_services.ambient->setStopHandler([this] {
+        if (!m_isAmbientPlaying)
+            return;
+        setAmbientPlaying(false);
+        warn(kAmbientFailedToast.toString());
+    });
     normalizeSettings();
     m_stepTimer.setResting(true);
     startFocusGuard();

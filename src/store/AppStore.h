@@ -231,6 +231,7 @@ private:
     void normalizeSettings();
     void finishSession(bool completed);
     void playAmbient();
+    static constexpr QStringView kAmbientFailedToast = u"环境音无法播放，请检查声音输出设备。";
     void stopAmbient();
     void onSettingsSettled();
     /// Returns the save's serial.

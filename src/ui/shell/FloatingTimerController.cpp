@@ -181,8 +181,8 @@ void FloatingTimerController::open() {
     if (MinimisedWatch::platformHidesMinimising()) {
         // Plasma lets a Wayland client keep nothing above; KWin's scripting can.
         if (!m_kwinRule)
-            m_kwinRule =
-                std::make_unique<KWinWindowRule>(QDBusConnection::sessionBus(), panel->title());
+            m_kwinRule = std::make_unique<KWinWindowRule>(
+                QDBusConnection::sessionBus(), panel->title(), QStringLiteral("floating-timer"));
         m_kwinRule->apply();
     }
     panel->show();

@@ -1,6 +1,7 @@
 #include "UiRuntime.h"
 
 #include "MainWindowRestorer.h"
+#include "QtQuickAccessibility.h"
 #include "StartupTrim.h"
 #include "Symbols.h"
 #include "store/AppStore.h"
@@ -31,6 +32,7 @@ void UiRuntime::prepareApplication() {
     Symbols::preferPlainFontFile();
     // The screens draw their own controls; the Basic style keeps platform styles out.
     QQuickStyle::setStyle(QStringLiteral("Basic"));
+    installQtQuickAccessibility();
     // The software scene graph repaints only the changed regions (the time, the ring) and
     // needs no GL context: measured under Xvfb it starts as fast, uses 82 MB instead of
     // 210 MB and a running round costs under 1 % of a core instead of 8 % on llvmpipe.

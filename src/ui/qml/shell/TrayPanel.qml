@@ -20,7 +20,8 @@ Window {
     height: content.implicitHeight + 32 + 2 * shadowMargin
     visible: false
     color: "transparent"
-    title: "Quillmere"
+    // Its own title, which KWin's rule for it matches (the main window's is "Quillmere").
+    title: "Quillmere托盘面板"
 
 
     Rectangle {
