@@ -13,6 +13,7 @@ packages=(
   qt6-qpa-plugins libqt6svg6
   qt6-translations-l10n # Qt's own dialogs in Chinese
   libsdl2-dev libsndfile1-dev
+  libpulse-dev # the ambient output speaks to the sound server directly
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   pulseaudio pulseaudio-utils dbus dbus-x11 xvfb xauth
   xdotool # bench/ui/measure.sh clicks and unmaps the real window
@@ -21,6 +22,7 @@ packages=(
   desktop-file-utils appstream # the packaging tests validate the desktop entry and metainfo
   openbox libxcb1-dev # the floating timer's test runs under a real window manager
   at-spi2-core python3-pyatspi # the accessibility test reads the app as a screen reader does
+  qt6-declarative-private-dev # Qt Quick's accessible interfaces, corrected for screen readers
   # The compositor test runs the app under KWin, natively on Wayland and through XWayland;
   # the private headers let the window tests change a window's exposure as a compositor does.
   kwin-wayland xwayland qt6-wayland qt6-base-private-dev

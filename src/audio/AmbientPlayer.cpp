@@ -6,6 +6,7 @@
 #include "audio/LoopingTrack.h"
 #include "audio/SegmentStreamer.h"
 
+#include <QObject>
 #include <QRandomGenerator>
 #include <algorithm>
 #include <cmath>
@@ -34,14 +35,26 @@ AmbientPlayer::AmbientPlayer(Environment environment) : m_env(std::move(environm
     m_mixer.setSampleRate(m_sampleRate);
     m_env.streamer->setOutputRate(m_env.loopRate);
     m_mixer.setMasterVolume(0.0f);
+    if (m_env.device) {
+        m_mainThread = std::make_unique<QObject>();
+        QObject* context = m_mainThread.get();
+        m_env.device->setEventListener([this, context] {
+            QMetaObject::invokeMethod(
+                context, [this] { serviceAudio(); }, Qt::QueuedConnection);
+        });
+    }
 }
 
 AmbientPlayer::~AmbientPlayer() {
     m_rampTimer.reset();
     m_serviceTimer.reset();
     m_releaseTimer.reset();
-    if (m_env.device)
+    m_startDeadline.reset();
+    m_reopenTimer.reset();
+    if (m_env.device) {
+        m_env.device->setEventListener({});
         m_env.device->release();
+    }
     // The decoder must let go of the voices before the tracks are freed.
     m_env.streamer->shutdown();
 }
@@ -113,7 +126,8 @@ LoopingTrack* AmbientPlayer::makeTrack(AmbientSound sound) {
 }
 
 void AmbientPlayer::startSelectedSources() {
-    if (!isEngineRunning())
+    // While the output is still opening the sources queue up, so they sound as it opens.
+    if (!m_env.device || m_env.device->state() == AudioDevice::State::stopped)
         return;
     bool queued = false;
     for (AmbientSound sound : kAllAmbientSounds) {
@@ -200,8 +214,18 @@ void AmbientPlayer::stopEngine() {
     outputStopped();
 }
 
+void AmbientPlayer::outputRunning() {
+    m_startDeadline.reset();
+    m_reopenAttempts = 0;
+    startSelectedSources();
+    startRamp();
+}
+
 void AmbientPlayer::outputStopped() {
     m_serviceTimer.reset();
+    m_startDeadline.reset();
+    m_reopenTimer.reset();
+    m_reopenAttempts = 0;
     m_env.streamer->setStreaming(false);
     if (!m_env.scheduler) {
         release();
@@ -240,24 +264,90 @@ void AmbientPlayer::setLevels(const AmbientLevels& raw) {
 bool AmbientPlayer::play() {
     m_isPlaying = true;
     m_releaseTimer.reset();
-    if (!isEngineRunning()) {
-        connectOutput();
+    if (m_env.device && m_env.device->state() == AudioDevice::State::stopped && !m_reopenTimer) {
         QString error;
-        if (!m_env.device || !m_env.device->start(m_sampleRate, &m_mixer, &error)) {
-            if (!m_env.device)
-                error = QStringLiteral("no audio output");
+        if (!openOutput(&error)) {
             qCWarning(lcAudio).noquote() << "Quillmere ambient engine failed: " + error;
             m_isPlaying = false;
             outputStopped();
             return false;
         }
-        m_env.streamer->setStreaming(true);
+    } else if (!m_env.device) {
+        qCWarning(lcAudio).noquote() << "Quillmere ambient engine failed: no audio output";
+        m_isPlaying = false;
+        outputStopped();
+        return false;
     }
     if (!m_serviceTimer && m_env.scheduler)
         m_serviceTimer = m_env.scheduler->every(kServicePeriod, [this] { serviceAudio(); });
     startSelectedSources();
     startRamp();
     return true;
+}
+
+bool AmbientPlayer::openOutput(QString* error) {
+    connectOutput();
+    if (!m_env.device->start(m_sampleRate, &m_mixer, error))
+        return false;
+    m_env.streamer->setStreaming(true);
+    if (m_env.device->state() == AudioDevice::State::starting && m_env.scheduler)
+        m_startDeadline = m_env.scheduler->after(kStartTimeout, [this] {
+            m_startDeadline.reset();
+            if (m_env.device->state() != AudioDevice::State::starting)
+                return;
+            m_env.device->stop();
+            outputFailed(QStringLiteral("the sound server did not answer"));
+        });
+    return true;
+}
+
+void AmbientPlayer::outputFailed(const QString& error) {
+    m_startDeadline.reset();
+    m_env.device->stop();
+    for (auto& track : m_tracks)
+        if (track)
+            track->stop();
+    if (m_reopenAttempts > 0 && m_reopenAttempts < kReopenAttempts && m_isPlaying) {
+        reopenLater();
+        return;
+    }
+    giveUp((m_reopenAttempts > 0 ? QStringLiteral("Quillmere ambient engine restart failed: ")
+                                 : QStringLiteral("Quillmere ambient engine failed: ")) +
+           error);
+}
+
+void AmbientPlayer::giveUp(const QString& logLine) {
+    qCWarning(lcAudio).noquote() << logLine;
+    const bool wasWanted = m_isPlaying;
+    m_reopenAttempts = 0;
+    m_reopenTimer.reset();
+    m_isPlaying = false;
+    m_rampTimer.reset();
+    m_masterVolume = 0.0f;
+    m_mixer.setMasterVolume(0.0f);
+    outputStopped();
+    // The card must not say it plays while nothing does.
+    if (wasWanted)
+        reportStopped();
+}
+
+void AmbientPlayer::reopenLater() {
+    m_env.streamer->setStreaming(false);
+    if (!m_env.scheduler)
+        return;
+    m_reopenTimer = m_env.scheduler->after(kReopenDelay, [this] {
+        m_reopenTimer.reset();
+        if (!m_isPlaying)
+            return;
+        ++m_reopenAttempts;
+        QString error;
+        if (!openOutput(&error)) {
+            outputFailed(error);
+            return;
+        }
+        if (m_env.device->isRunning())
+            outputRunning();
+    });
 }
 
 void AmbientPlayer::stop() {
@@ -283,8 +373,20 @@ void AmbientPlayer::serviceAudio() {
     }
     if (!m_env.device)
         return;
-    if (m_env.device->takeEvent() != AudioDevice::Event::none)
-        recoverFromConfigurationChange();
+    for (auto event = m_env.device->takeEvent(); event != AudioDevice::Event::none;
+         event = m_env.device->takeEvent()) {
+        switch (event) {
+        case AudioDevice::Event::started:
+            outputRunning();
+            break;
+        case AudioDevice::Event::failed:
+            outputFailed(m_env.device->error());
+            break;
+        default:
+            recoverFromConfigurationChange();
+            return; // what the old output still had to say is moot
+        }
+    }
 }
 
 void AmbientPlayer::onSegmentConsumed(AmbientSound sound, std::int64_t generation) {
@@ -308,19 +410,19 @@ void AmbientPlayer::recoverFromConfigurationChange() {
         m_mixer.detachNoise();
         m_noise.reset();
     }
-    connectOutput();
     if (!m_isPlaying) {
+        connectOutput();
         outputStopped();
         return;
     }
+    m_reopenAttempts = std::max(m_reopenAttempts, 1);
     QString error;
-    if (!m_env.device->start(m_sampleRate, &m_mixer, &error)) {
-        qCWarning(lcAudio).noquote() << "Quillmere ambient engine restart failed: " + error;
-        outputStopped();
+    if (!openOutput(&error)) {
+        outputFailed(error);
         return;
     }
-    startSelectedSources();
-    startRamp();
+    if (m_env.device->isRunning())
+        outputRunning();
 }
 
 } // namespace quill

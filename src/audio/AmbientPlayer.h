@@ -12,6 +12,8 @@
 #include <functional>
 #include <memory>
 
+class QObject;
+
 namespace quill {
 
 class AudioDevice;
@@ -60,6 +62,13 @@ public:
     /// How long the audio system and the decoder thread stay after the output stopped, so
     /// a quick pause and resume does not pay for bringing them back.
     static constexpr std::chrono::milliseconds kReleaseDelay{10000};
+    /// A sound server answers a local client in milliseconds; one that has not opened the
+    /// output after this never will, and the play is given up.
+    static constexpr std::chrono::milliseconds kStartTimeout{5000};
+    /// A lost output (a sound server restarting) is opened again this often, this many
+    /// times, before playback counts as ended.
+    static constexpr std::chrono::milliseconds kReopenDelay{1000};
+    static constexpr int kReopenAttempts = 15;
     static constexpr float kMasterRising = 0.020617843f;     // tau 0.8 s at 60 steps/s
     static constexpr float kMasterFalling = 0.036359549f;    // tau 0.45 s
     static constexpr float kTrackCoefficient = 0.054040551f; // tau 0.3 s
@@ -97,6 +106,10 @@ public:
 
 private:
     void connectOutput();
+    bool openOutput(QString* error);
+    void outputFailed(const QString& error);
+    void giveUp(const QString& logLine);
+    void reopenLater();
     void attachNoise();
     LoopingTrack* makeTrack(AmbientSound sound);
     void startSelectedSources();
@@ -104,6 +117,7 @@ private:
     void scheduleRampStep();
     void stepVolumes();
     void stopEngine();
+    void outputRunning();
     void outputStopped();
     void release();
     void recoverFromConfigurationChange();
@@ -127,6 +141,10 @@ private:
     int m_rampPhase = 0;
     std::unique_ptr<Scheduler::Handle> m_serviceTimer;
     std::unique_ptr<Scheduler::Handle> m_releaseTimer;
+    std::unique_ptr<Scheduler::Handle> m_startDeadline;
+    std::unique_ptr<Scheduler::Handle> m_reopenTimer;
+    int m_reopenAttempts = 0;              // > 0 while a lost output is being opened again
+    std::unique_ptr<QObject> m_mainThread; // where the device's events are handed over
 };
 
 } // namespace quill

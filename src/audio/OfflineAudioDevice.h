@@ -18,7 +18,8 @@ public:
         stop();
         ++m_releases;
     }
-    bool isRunning() const override { return m_renderer != nullptr; }
+    State state() const override { return m_state; }
+    QString error() const override { return m_lastError; }
     Event takeEvent() override;
 
     /// Renders frames of interleaved stereo, or silence while stopped.
@@ -29,6 +30,10 @@ public:
     void setPreferredSampleRate(double rate) { m_preferredRate = rate; }
     /// The next starts fail with this description (empty: they succeed again).
     void setStartFailure(const QString& description) { m_failure = description; }
+    /// Starts wait for finishStart() instead of running at once, as a sound server's do.
+    void setDeferredStart(bool deferred) { m_deferred = deferred; }
+    /// The waiting start runs, or fails with description, and reports it.
+    void finishStart(const QString& failure = {});
     /// The output vanishes: the device stops calling the renderer and reports it once.
     void simulateRemoval();
     /// The output switches to rate and reports a format change once.
@@ -43,9 +48,11 @@ private:
     double m_preferredRate = 48000.0;
     double m_runningRate = 0.0;
     AudioRenderer* m_renderer = nullptr;
+    State m_state = State::stopped;
     bool m_lost = false;
-    QString m_failure;
-    Event m_pending = Event::none;
+    bool m_deferred = false;
+    QString m_failure, m_lastError;
+    std::vector<Event> m_pending;
     std::vector<float> m_buffer;
     int m_starts = 0, m_stops = 0, m_releases = 0;
 };

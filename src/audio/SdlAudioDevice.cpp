@@ -60,10 +60,7 @@ bool SdlAudioDevice::ensureInitialised(QString* error) {
     return true;
 }
 
-double SdlAudioDevice::preferredSampleRate() {
-    std::lock_guard lock(sdlMutex());
-    if (!ensureInitialised(nullptr))
-        return 0.0;
+double SdlAudioDevice::askPreferredRate() {
     SDL_AudioSpec spec{};
     char* name = nullptr;
     if (m_sdl->getDefaultAudioInfo(&name, &spec, 0) != 0)
@@ -96,6 +93,7 @@ bool SdlAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString* 
     }
     m_device = device;
     m_rate = want.freq;
+    m_preferredRate = askPreferredRate();
     m_polls = 0;
     m_sdl->flushEvents(SDL_AUDIODEVICEADDED, SDL_AUDIODEVICEREMOVED);
     m_sdl->pauseAudioDevice(m_device, 0);
@@ -134,7 +132,11 @@ AudioDevice::Event SdlAudioDevice::takeEvent() {
         return Event::removed;
     // The preferred format rarely changes; asking about once a second is plenty.
     if (++m_polls % 20 == 0) {
-        const double preferred = preferredSampleRate();
+        double preferred = 0.0;
+        {
+            std::lock_guard lock(sdlMutex());
+            preferred = m_preferredRate = askPreferredRate();
+        }
         if (preferred > 0 && preferred != m_rate)
             return Event::formatChanged;
     }

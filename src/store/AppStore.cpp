@@ -10,6 +10,7 @@
 #include <QTimeZone>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace quill {
 
@@ -52,6 +53,14 @@ AppStore::AppStore(Services services, QObject* parent)
 
     // The ambient levels follow settings at once; the current value passes immediately.
     updateAmbientLevels();
+    // Sound that ends by itself (the output never opened, or was lost for good) is shown
+    // as stopped, with the same word as a play that fails at once.
+    m_services.ambient->setStopHandler([this] {
+        if (!m_isAmbientPlaying)
+            return;
+        setAmbientPlaying(false);
+        warn(kAmbientFailedToast.toString());
+    });
     normalizeSettings();
     m_stepTimer.setResting(true);
     startFocusGuard();
@@ -182,18 +191,19 @@ void AppStore::setPhase(SessionPhase phase) {
 }
 
 void AppStore::setRemainingSeconds(qint64 v) {
-    m_remainingSeconds = v;
-    Q_EMIT remainingSecondsChanged();
+    // The step runs four times a second; the counters move once a second.
+    if (std::exchange(m_remainingSeconds, v) != v)
+        Q_EMIT remainingSecondsChanged();
 }
 
 void AppStore::setBreakRemainingSeconds(qint64 v) {
-    m_breakRemainingSeconds = v;
-    Q_EMIT breakRemainingSecondsChanged();
+    if (std::exchange(m_breakRemainingSeconds, v) != v)
+        Q_EMIT breakRemainingSecondsChanged();
 }
 
 void AppStore::setFocusedElapsedSeconds(qint64 v) {
-    m_focusedElapsedSeconds = v;
-    Q_EMIT focusedElapsedSecondsChanged();
+    if (std::exchange(m_focusedElapsedSeconds, v) != v)
+        Q_EMIT focusedElapsedSecondsChanged();
 }
 
 void AppStore::setCurrentEvents(const QList<FocusEvent>& events) {

@@ -150,7 +150,7 @@ void AppStore::playAmbient() {
         return;
     setAmbientPlaying(m_services.ambient->play());
     if (!m_isAmbientPlaying)
-        warn(QStringLiteral("环境音无法播放，请检查声音输出设备。"));
+        warn(kAmbientFailedToast.toString());
 }
 
 void AppStore::stopAmbient() {

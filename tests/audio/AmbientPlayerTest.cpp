@@ -524,21 +524,64 @@ TEST_F(AmbientPlayerTest, OutputChangeWhileIdleOnlyReconnects) {
     EXPECT_EQ(device->startCount(), 1);
 }
 
-TEST_F(AmbientPlayerTest, FailedRestartIsLoggedAndTheNextPlayTriesAgain) {
+TEST_F(AmbientPlayerTest, LostOutputIsReopenedUntilItReturnsOrTheTriesRunOut) {
     makePlayer();
+    int endings = 0;
+    player->setStopHandler([&] { ++endings; });
     player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
     ASSERT_TRUE(player->play());
     settle();
-    device->setStartFailure(QStringLiteral("no such device"));
+    // The sound server restarts: a few opens fail, then one succeeds.
+    device->setStartFailure(QStringLiteral("Connection refused"));
     device->simulateRemoval();
-    scheduler->advance(AmbientPlayer::kServicePeriod.count());
+    player->serviceAudio();
+    scheduler->advance(3 * AmbientPlayer::kReopenDelay.count());
     EXPECT_FALSE(player->isEngineRunning());
     EXPECT_TRUE(player->isPlaying());
+    device->setStartFailure({});
+    scheduler->advance(AmbientPlayer::kReopenDelay.count());
+    EXPECT_TRUE(player->isEngineRunning());
+    EXPECT_TRUE(player->isTrackPlaying(S::rain));
+    EXPECT_EQ(endings, 0);
+    EXPECT_TRUE(log.lines().isEmpty());
+
+    // It does not come back: playback ends, once, and the store hears of it.
+    device->setStartFailure(QStringLiteral("Connection refused"));
+    device->simulateRemoval();
+    player->serviceAudio();
+    scheduler->advance(AmbientPlayer::kReopenAttempts * AmbientPlayer::kReopenDelay.count());
+    EXPECT_EQ(endings, 1);
+    EXPECT_FALSE(player->isPlaying());
     EXPECT_EQ(log.lines(), QStringList{QStringLiteral(
-                               "Quillmere ambient engine restart failed: no such device")});
+                               "Quillmere ambient engine restart failed: Connection refused")});
     device->setStartFailure({});
     EXPECT_TRUE(player->play());
     EXPECT_TRUE(player->isTrackPlaying(S::rain));
+}
+
+TEST_F(AmbientPlayerTest, SlowOpeningOutputPlaysWhenReadyAndOneThatFailsEndsThePlay) {
+    makePlayer();
+    int endings = 0;
+    player->setStopHandler([&] { ++endings; });
+    device->setDeferredStart(true);
+    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    EXPECT_FALSE(player->isEngineRunning());
+    EXPECT_TRUE(player->isTrackPlaying(S::rain)) << "queued while the output opens";
+    device->finishStart();
+    player->serviceAudio();
+    EXPECT_TRUE(player->isEngineRunning());
+    player->stop();
+    settle();
+
+    ASSERT_TRUE(player->play());
+    device->finishStart(QStringLiteral("Access denied"));
+    player->serviceAudio();
+    EXPECT_EQ(endings, 1);
+    EXPECT_FALSE(player->isPlaying());
+    EXPECT_FALSE(player->isTrackPlaying(S::rain));
+    EXPECT_EQ(log.lines(),
+              QStringList{QStringLiteral("Quillmere ambient engine failed: Access denied")});
 }
 
 TEST_F(AmbientPlayerTest, UnknownOutputRateRunsAt48k) {

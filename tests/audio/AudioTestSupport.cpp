@@ -1,7 +1,9 @@
 #include "AudioTestSupport.h"
 
+#include <QEventLoop>
 #include <QFile>
 #include <QMutex>
+#include <QTimer>
 #include <sndfile.h>
 
 namespace quill::test {
@@ -89,6 +91,24 @@ QStringList AudioLogCapture::lines() const {
 void AudioLogCapture::clear() {
     QMutexLocker lock(&g_mutex);
     g_lines.clear();
+}
+
+bool spinUntil(const std::function<bool()>& done, int capMs) {
+    // Real servers answer in real time; the cap only guards against a hung one.
+    QEventLoop loop;
+    QTimer cap;
+    cap.setSingleShot(true);
+    QObject::connect(&cap, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+        if (done())
+            loop.quit();
+    });
+    cap.start(capMs);
+    poll.start(10);
+    if (!done())
+        loop.exec();
+    return done();
 }
 
 } // namespace quill::test

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <initializer_list>
 #include <utility>
 #include <vector>
@@ -24,6 +25,9 @@ bool writeBytes(const QString& path, const QByteArray& bytes);
 
 /// Levels with the given master and the given sounds; every other sound at 0.
 AmbientLevels levels(float master, std::initializer_list<std::pair<AmbientSound, float>> sounds);
+
+/// Runs the event loop until done() holds, or capMs pass (a safety net, not a measure).
+bool spinUntil(const std::function<bool()>& done, int capMs = 10000);
 
 /// Collects warnings of the audio logging category while alive.
 class AudioLogCapture {

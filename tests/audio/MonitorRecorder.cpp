@@ -1,7 +1,6 @@
 #include "MonitorRecorder.h"
 
-#include <QEventLoop>
-#include <QTimer>
+#include "AudioTestSupport.h"
 
 namespace quill::test {
 
@@ -37,21 +36,7 @@ bool MonitorRecorder::waitForFrames(qint64 count, int capMs) {
 }
 
 bool MonitorRecorder::waitUntil(const std::function<bool()>& done, int capMs) {
-    // Real sound arrives in real time; the cap only guards against a hung server.
-    QEventLoop loop;
-    QTimer cap;
-    cap.setSingleShot(true);
-    QObject::connect(&cap, &QTimer::timeout, &loop, &QEventLoop::quit);
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-        if (done())
-            loop.quit();
-    });
-    cap.start(capMs);
-    poll.start(10);
-    if (!done())
-        loop.exec();
-    return done();
+    return spinUntil(done, capMs);
 }
 
 } // namespace quill::test

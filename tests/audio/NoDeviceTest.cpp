@@ -2,16 +2,25 @@
 #include "audio/AmbientPlayer.h"
 #include "audio/NamedSoundPlayer.h"
 #include "audio/PreciseTimerScheduler.h"
+#include "audio/PulseAudioDevice.h"
 #include "audio/SdlAudioDevice.h"
+#include "support/VirtualScheduler.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+
+#include <cstring>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 using namespace quill;
 using namespace quill::test;
 
 namespace {
 
+/// Sound servers that do not work: nobody at the address, or one that takes the connection
+/// and never answers.
 class NoDeviceTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -20,34 +29,84 @@ protected:
         ASSERT_TRUE(conf.open(QIODevice::WriteOnly));
         conf.write("autospawn = no\n");
         conf.close();
-        // A sound server address where nothing listens, and no fallback to other drivers.
-        qputenv(
-            "PULSE_SERVER",
-            (QStringLiteral("unix:") + dir.path() + QStringLiteral("/nobody-here")).toLocal8Bit());
+        qputenv("PULSE_SERVER", (QStringLiteral("unix:") + socketPath()).toLocal8Bit());
         qputenv("PULSE_CLIENTCONFIG", (dir.path() + QStringLiteral("/client.conf")).toLocal8Bit());
         qputenv("SDL_AUDIODRIVER", "pulseaudio");
     }
+    void TearDown() override {
+        if (wedged >= 0)
+            ::close(wedged);
+    }
+
+    QString socketPath() const { return dir.path() + QStringLiteral("/native"); }
+
+    /// Listens at the server's address and never reads: connections are taken by the kernel.
+    void wedgeServer() {
+        wedged = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        ASSERT_GE(wedged, 0);
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        const QByteArray path = socketPath().toLocal8Bit();
+        ASSERT_LT(std::size_t(path.size()), sizeof(address.sun_path));
+        std::memcpy(address.sun_path, path.constData(), std::size_t(path.size()));
+        ASSERT_EQ(::bind(wedged, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+        ASSERT_EQ(::listen(wedged, 8), 0);
+    }
+
+    std::unique_ptr<AmbientPlayer> makePlayer() {
+        AmbientPlayer::Environment env;
+        env.device = device;
+        env.scheduler = scheduler;
+        env.resources = AmbientResources(dir.path());
+        auto player = std::make_unique<AmbientPlayer>(std::move(env));
+        player->setStopHandler([this] { ++endings; });
+        player->setLevels(levels(0.49f, {{AmbientSound::brownNoise, 0.3f}}));
+        return player;
+    }
+
     QTemporaryDir dir;
     AudioLogCapture log;
+    int wedged = -1;
+    int endings = 0;
+    std::shared_ptr<PulseAudioDevice> device = std::make_shared<PulseAudioDevice>();
+    std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
+    std::shared_ptr<VirtualScheduler> scheduler = std::make_shared<VirtualScheduler>(clock);
 };
 
-TEST_F(NoDeviceTest, AmbientPlayFailsCleanlyAndLogs) {
-    AmbientPlayer::Environment env;
-    env.device = std::make_shared<SdlAudioDevice>();
-    env.scheduler = std::make_shared<PreciseTimerScheduler>();
-    env.resources = AmbientResources(dir.path());
-    AmbientPlayer player(std::move(env));
-    EXPECT_EQ(player.sampleRate(), 48000.0) << "an unknown output rate falls back to 48 kHz";
-    player.setLevels(
-        levels(0.49f, {{AmbientSound::rain, 0.49f}, {AmbientSound::brownNoise, 0.3f}}));
-    EXPECT_FALSE(player.play());
-    EXPECT_FALSE(player.isPlaying());
-    EXPECT_FALSE(player.isEngineRunning());
-    ASSERT_EQ(log.lines().size(), 1);
-    EXPECT_TRUE(log.lines().first().startsWith(QStringLiteral("Quillmere ambient engine failed: ")))
-        << log.lines().first().toStdString();
-    player.stop();
-    EXPECT_FALSE(player.play()) << "and again, without crashing";
+TEST_F(NoDeviceTest, AmbientPlayWithNobodyListeningEndsWithOneLogLineAndTriesAgain) {
+    auto player = makePlayer();
+    for (int attempt = 1; attempt <= 2; ++attempt) {
+        // Whether the refusal comes at once or a moment later, the play ends the same way.
+        if (player->play())
+            ASSERT_TRUE(spinUntil([&] { return endings == attempt; }));
+        else
+            ++endings;
+        EXPECT_FALSE(player->isPlaying());
+        EXPECT_FALSE(player->isEngineRunning());
+        ASSERT_EQ(log.lines().size(), attempt);
+        EXPECT_TRUE(
+            log.lines().last().startsWith(QStringLiteral("Quillmere ambient engine failed: ")))
+            << log.lines().last().toStdString();
+    }
+    EXPECT_EQ(player->sampleRate(), 48000.0) << "an unknown output rate falls back to 48 kHz";
+}
+
+TEST_F(NoDeviceTest, AServerThatNeverAnswersNeitherFreezesPlayNorLeavesItPlaying) {
+    wedgeServer();
+    auto player = makePlayer();
+    ASSERT_TRUE(player->play()) << "play returns while the server is still silent";
+    EXPECT_EQ(device->state(), AudioDevice::State::starting);
+    scheduler->advance(AmbientPlayer::kStartTimeout.count() - 1);
+    EXPECT_EQ(endings, 0);
+    scheduler->advance(1);
+    EXPECT_EQ(endings, 1) << "the store is told, so the card does not claim to play";
+    EXPECT_FALSE(player->isPlaying());
+    EXPECT_EQ(device->state(), AudioDevice::State::stopped);
+    EXPECT_EQ(log.lines(),
+              QStringList{QStringLiteral(
+                  "Quillmere ambient engine failed: the sound server did not answer")});
+    ASSERT_TRUE(player->play()) << "and the next play tries again";
+    player.reset(); // abandoning a start waits for nothing either
 }
 
 TEST_F(NoDeviceTest, NamedSoundsDoNothingAudible) {

@@ -4,7 +4,7 @@
 #include "audio/AmbientPlayer.h"
 #include "audio/BrownNoiseGenerator.h"
 #include "audio/PreciseTimerScheduler.h"
-#include "audio/SdlAudioDevice.h"
+#include "audio/PulseAudioDevice.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -58,8 +58,12 @@ public:
     }
     void stop() override { m_device.stop(); }
     void release() override { m_device.release(); }
-    bool isRunning() const override { return m_device.isRunning(); }
+    State state() const override { return m_device.state(); }
     Event takeEvent() override { return m_device.takeEvent(); }
+    QString error() const override { return m_device.error(); }
+    void setEventListener(std::function<void()> listener) override {
+        m_device.setEventListener(std::move(listener));
+    }
 
     std::atomic<qint64> rendered{0};
     std::atomic<qint64> lastLoud{-1};
@@ -74,7 +78,7 @@ private:
         rendered.store(first + frames, std::memory_order_relaxed);
     }
 
-    SdlAudioDevice m_device;
+    PulseAudioDevice m_device;
     AudioRenderer* m_inner = nullptr;
 };
 
@@ -104,7 +108,6 @@ TEST_F(PulseOutputTest, BrownNoiseIsHeardSurvivesASinkSwitchAndStopsIntoSilence)
     auto player = makePlayer();
     player->setLevels(levels(0.49f, {{AmbientSound::brownNoise, 0.49f}}));
     ASSERT_TRUE(player->play());
-    ASSERT_TRUE(player->isEngineRunning());
 
     {
         MonitorRecorder first(server, QStringLiteral("quill_a"));
@@ -152,6 +155,27 @@ TEST_F(PulseOutputTest, BrownNoiseIsHeardSurvivesASinkSwitchAndStopsIntoSilence)
         return true;
     };
     EXPECT_TRUE(second.waitUntil(quietTail, 30000)) << "the output falls silent and stays so";
+}
+
+TEST_F(PulseOutputTest, SoundComesBackAfterTheServerRestarts) {
+    auto player = makePlayer();
+    int endings = 0;
+    player->setStopHandler([&] { ++endings; });
+    player->setLevels(levels(0.49f, {{AmbientSound::brownNoise, 0.49f}}));
+    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(spinUntil([&] { return player->isEngineRunning(); }));
+
+    server.stop();
+    ASSERT_TRUE(spinUntil([&] { return !player->isEngineRunning(); })) << "the loss is noticed";
+    ASSERT_TRUE(server.start()) << server.error().toStdString();
+    MonitorRecorder rec(server, QStringLiteral("quill_a"));
+    ASSERT_TRUE(rec.start());
+    ASSERT_TRUE(rec.waitUntil([&] { return player->isEngineRunning(); }, 30000))
+        << "the output is opened again";
+    ASSERT_TRUE(rec.waitForFrames(kRate * 3));
+    EXPECT_GT(measure(rec, rec.frames() - kRate, rec.frames()).rms, 0.005) << "and heard";
+    EXPECT_TRUE(player->isPlaying());
+    EXPECT_EQ(endings, 0);
 }
 
 TEST_F(PulseOutputTest, PlaysAgainAfterAFullStop) {

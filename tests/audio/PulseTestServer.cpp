@@ -9,6 +9,10 @@ namespace quill::test {
 PulseTestServer::PulseTestServer() = default;
 
 PulseTestServer::~PulseTestServer() {
+    stop();
+}
+
+void PulseTestServer::stop() {
     if (m_daemon.state() != QProcess::NotRunning) {
         m_daemon.terminate();
         if (!m_daemon.waitForFinished(5000)) {

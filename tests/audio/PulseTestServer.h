@@ -18,6 +18,8 @@ public:
 
     /// Starts the daemon; on failure returns false and explains why in error().
     bool start();
+    /// Ends the daemon, as a restarting sound server does; start() brings it back.
+    void stop();
     const QString& error() const { return m_error; }
     QString serverAddress() const;
     /// Points this process's PulseAudio clients (SDL included) at the daemon.

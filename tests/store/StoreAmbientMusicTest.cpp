@@ -109,6 +109,17 @@ TEST_F(AmbientMusicTest, FailureToastIsReplacedByTheStartToastButStaysOnResume) 
     EXPECT_EQ(store->toastMessageText(), QStringLiteral("环境音无法播放，请检查声音输出设备。"));
 }
 
+TEST_F(AmbientMusicTest, SoundThatEndsByItselfIsShownStoppedWithTheFailureToast) {
+    store->toggleAmbientPlayback();
+    ASSERT_TRUE(store->isAmbientPlaying());
+    fakes.ambient->endByItself();
+    EXPECT_FALSE(store->isAmbientPlaying());
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("环境音无法播放，请检查声音输出设备。"));
+    store->toggleAmbientPlayback();
+    EXPECT_TRUE(store->isAmbientPlaying()) << "the next play tries again";
+    EXPECT_EQ(fakes.ambient->playCalls, 2);
+}
+
 TEST_F(AmbientMusicTest, MusicTestShowsConnectingThenTheOutcome) {
     store->testMusic();
     EXPECT_EQ(store->musicMessageText(), QStringLiteral("正在连接“本机音乐播放器”…"));

@@ -64,6 +64,8 @@ public:
         return playResult;
     }
     void stop() override { ++stopCalls; }
+    /// The output failed after play() returned, or was lost for good.
+    void endByItself() const { reportStopped(); }
     std::vector<AmbientLevels> levelUpdates;
     int playCalls = 0, stopCalls = 0;
     bool playResult = true;
