@@ -37,6 +37,7 @@ namespace {
 constexpr int kWaitMs = 30000; // a software-rendering compositor on a loaded machine
 const QString kMainTitle = QStringLiteral("Quillmere");
 const QString kPanelTitle = QStringLiteral("Quillmere倒计时");
+const QSize kScreen(1024, 768);
 const QString kTrayPanelTitle = QStringLiteral("Quillmere托盘面板");
 
 /// Receives what the test's KWin scripts report back over the bus.
@@ -180,8 +181,9 @@ public:
                      "mv \"$1.part\" \"$1\"\n");
         script.close();
         script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-        kwin_.start(copy, {"--virtual", "--xwayland", "--width", "1024", "--height", "768",
-                           "--socket", "quillmere-test", "--no-lockscreen", "--no-global-shortcuts",
+        kwin_.start(copy, {"--virtual", "--xwayland", "--width", QString::number(kScreen.width()),
+                           "--height", QString::number(kScreen.height()), "--socket",
+                           "quillmere-test", "--no-lockscreen", "--no-global-shortcuts",
                            "--no-kactivities", tell + " " + x11});
         if (!kwin_.waitForStarted(10000))
             return fail("kwin_wayland did not start");
@@ -214,13 +216,11 @@ public:
     QProcessEnvironment appEnvironment(const QString& platform) const {
         QProcessEnvironment e = env;
         e.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
-        if (platform == QLatin1String("xcb")) {
-            e.insert(QStringLiteral("DISPLAY"), display);
-            if (!xauthority.isEmpty())
-                e.insert(QStringLiteral("XAUTHORITY"), xauthority);
-        } else {
-            e.insert(QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("quillmere-test"));
-        }
+        // Both, as in a Wayland session: the platform says which one the app uses.
+        e.insert(QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("quillmere-test"));
+        e.insert(QStringLiteral("DISPLAY"), display);
+        if (!xauthority.isEmpty())
+            e.insert(QStringLiteral("XAUTHORITY"), xauthority);
         e.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
         e.insert(QStringLiteral("SDL_AUDIODRIVER"), QStringLiteral("dummy"));
         e.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
@@ -234,19 +234,20 @@ public:
         const QString path = root.filePath(name + ".js");
         QFile file(path);
         file.open(QIODevice::WriteOnly);
-        file.write(
-            QStringLiteral("var pid = %1;\n"
-                           "function app() { return workspace.clientList().filter(function (c) { "
-                           "return c.pid === pid; }); }\n"
-                           "function describe(c) { return { caption: c.caption, minimized: "
-                           "c.minimized, active: c.active, keepAbove: c.keepAbove, onAllDesktops: "
-                           "c.onAllDesktops, skipTaskbar: c.skipTaskbar, x: c.x, y: c.y }; }\n"
-                           "%2\n"
-                           "callDBus('org.quillmere.TestProbe', '/', 'org.quillmere.TestProbe', "
-                           "'report', JSON.stringify(app().map(describe)));\n")
-                .arg(pid)
-                .arg(body)
-                .toUtf8());
+        file.write(QStringLiteral(
+                       "var pid = %1;\n"
+                       "function app() { return workspace.clientList().filter(function (c) { "
+                       "return c.pid === pid; }); }\n"
+                       "function describe(c) { return { caption: c.caption, minimized: "
+                       "c.minimized, active: c.active, keepAbove: c.keepAbove, onAllDesktops: "
+                       "c.onAllDesktops, skipTaskbar: c.skipTaskbar, x: c.x, y: c.y, right: c.x + "
+                       "c.width, bottom: c.y + c.height }; }\n"
+                       "%2\n"
+                       "callDBus('org.quillmere.TestProbe', '/', 'org.quillmere.TestProbe', "
+                       "'report', JSON.stringify(app().map(describe)));\n")
+                       .arg(pid)
+                       .arg(body)
+                       .toUtf8());
         file.close();
         const int before = probe.reports;
         QDBusReply<int> id =
@@ -557,8 +558,12 @@ TEST_P(CompositorTest, TheTrayPanelStaysOffTheTaskBarAndQuittingDuringARoundAsks
     EXPECT_TRUE(kwin->waitForWindows(
         pid(),
         [](const QJsonArray& w) {
+            // Off the task bar, in the corner where the desktop keeps its tray (no panel
+            // here: the screen's).
             return has(w, kTrayPanelTitle, [](const QJsonObject& o) {
-                return o.value(QStringLiteral("skipTaskbar")).toBool();
+                return o.value(QStringLiteral("skipTaskbar")).toBool() &&
+                       o.value(QStringLiteral("right")).toInt() > kScreen.width() - 16 &&
+                       o.value(QStringLiteral("bottom")).toInt() > kScreen.height() - 16;
             });
         },
         &windows))
