@@ -63,12 +63,9 @@ class StatusNotifierWatcher : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
     Q_PROPERTY(bool IsStatusNotifierHostRegistered READ hostRegistered)
-    Q_PROPERTY(int ProtocolVersion READ protocolVersion)
-    Q_PROPERTY(QStringList RegisteredStatusNotifierItems READ items)
 
 public:
     bool hostRegistered() const { return true; }
-    int protocolVersion() const { return 0; }
     QStringList items() const {
         std::lock_guard lock(m_mutex);
         return m_items;
@@ -79,7 +76,6 @@ public Q_SLOTS:
         std::lock_guard lock(m_mutex);
         m_items << service;
     }
-    void RegisterStatusNotifierHost(const QString&) {}
 
 private:
     mutable std::mutex m_mutex;
@@ -304,34 +300,32 @@ public:
         return a11y.call(call, QDBus::Block, 10000).type() == QDBusMessage::ReplyMessage;
     }
 
-    /// Clicks the tray item the app registered, as the desktop's tray does.
-    bool clickTrayItem() {
+    /// Calls the tray item the app registered, as the desktop's tray does.
+    QDBusMessage callTrayItem(const QString& path, const QString& interface, const QString& method,
+                              const QVariantList& args) {
         const QStringList items = tray.items();
         if (items.isEmpty())
-            return false;
-        QDBusMessage click = QDBusMessage::createMethodCall(
-            items.last(), QStringLiteral("/StatusNotifierItem"),
-            QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
-        click << 0 << 0;
-        return bus.call(click, QDBus::Block, 10000).type() == QDBusMessage::ReplyMessage;
+            return {};
+        QDBusMessage call = QDBusMessage::createMethodCall(items.last(), path, interface, method);
+        call.setArguments(args);
+        return bus.call(call, QDBus::Block, 10000);
     }
-
-    /// Chooses the entry with this label in the menu of the tray item the app registered,
-    /// as the desktop's tray does when the user picks it.
+    bool clickTrayItem() {
+        return callTrayItem(QStringLiteral("/StatusNotifierItem"),
+                            QStringLiteral("org.kde.StatusNotifierItem"),
+                            QStringLiteral("Activate"), {0, 0})
+                   .type() == QDBusMessage::ReplyMessage;
+    }
+    /// Chooses the entry with this label in the item's menu.
     bool chooseTrayMenuEntry(const QString& label) {
-        const QStringList items = tray.items();
-        if (items.isEmpty())
-            return false;
-        const QString item = items.last();
-        QDBusMessage get = QDBusMessage::createMethodCall(item, QStringLiteral("/MenuBar"),
-                                                          QStringLiteral("com.canonical.dbusmenu"),
-                                                          QStringLiteral("GetGroupProperties"));
-        QList<int> ids;
+        const QString menu = QStringLiteral("com.canonical.dbusmenu");
+        QList<int> ids; // the first few: the menu has two entries
         for (int id = 1; id < 30; ++id)
             ids << id;
-        get << QVariant::fromValue(ids) << QStringList{QStringLiteral("label")};
-        const QDBusMessage reply = bus.call(get, QDBus::Block, 10000);
-        if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        const QDBusMessage reply =
+            callTrayItem(QStringLiteral("/MenuBar"), menu, QStringLiteral("GetGroupProperties"),
+                         {QVariant::fromValue(ids), QStringList{QStringLiteral("label")}});
+        if (reply.type() != QDBusMessage::ReplyMessage)
             return false;
         const QDBusArgument list = reply.arguments().first().value<QDBusArgument>();
         int wanted = -1;
@@ -346,13 +340,11 @@ public:
                 wanted = id;
         }
         list.endArray();
-        if (wanted < 0)
-            return false;
-        QDBusMessage click = QDBusMessage::createMethodCall(
-            item, QStringLiteral("/MenuBar"), QStringLiteral("com.canonical.dbusmenu"),
-            QStringLiteral("Event"));
-        click << wanted << QStringLiteral("clicked") << QVariant::fromValue(QDBusVariant(0)) << 0u;
-        return bus.call(click, QDBus::Block, 10000).type() == QDBusMessage::ReplyMessage;
+        return wanted >= 0 &&
+               callTrayItem(
+                   QStringLiteral("/MenuBar"), menu, QStringLiteral("Event"),
+                   {wanted, QStringLiteral("clicked"), QVariant::fromValue(QDBusVariant(0)), 0u})
+                       .type() == QDBusMessage::ReplyMessage;
     }
 
     /// Types keys on the XWayland display, where X11 clients take them as from a keyboard.
@@ -501,6 +493,11 @@ protected:
                                  minimise ? "" : "workspace.activeClient = c;"));
     }
 
+    void startRound() {
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return kwin->press(pid(), QStringLiteral("开始这一轮")); }, kWaitMs))
+            << "the start button was not found through the accessibility bus";
+    }
     bool cancelTheQuitQuestion() {
         QTest::qWaitFor(
             [&] {
@@ -515,9 +512,7 @@ protected:
 };
 
 TEST_P(CompositorTest, TheFloatingTimerStandsInForTheMinimisedWindowAndTheRoundEndIsNotified) {
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return kwin->press(pid(), QStringLiteral("开始这一轮")); }, kWaitMs))
-        << "the start button was not found through the accessibility bus";
+    ASSERT_NO_FATAL_FAILURE(startRound());
 
     setMainMinimised(true);
     QJsonArray windows;
@@ -570,8 +565,7 @@ TEST_P(CompositorTest, TheTrayPanelStaysOffTheTaskBarAndQuittingDuringARoundAsks
         << QJsonDocument(windows).toJson().toStdString();
     ASSERT_TRUE(kwin->clickTrayItem());
 
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return kwin->press(pid(), QStringLiteral("开始这一轮")); }, kWaitMs));
+    ASSERT_NO_FATAL_FAILURE(startRound());
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return kwin->chooseTrayMenuEntry(QStringLiteral("退出")); }, kWaitMs))
         << "the app registered no tray item with a 退出 entry";
