@@ -34,7 +34,7 @@ AmbientPlayer::AmbientPlayer(Environment environment) : m_env(std::move(environm
     m_mixer.setLoopRate(m_env.loopRate);
     m_mixer.setSampleRate(m_sampleRate);
     m_env.streamer->setOutputRate(m_env.loopRate);
-    m_mixer.setMasterVolume(0.0f);
+    applyMaster();
     if (m_env.device) {
         m_mainThread = std::make_unique<QObject>();
         QObject* context = m_mainThread.get();
@@ -102,6 +102,16 @@ void AmbientPlayer::connectOutput() {
     }
     m_sampleRate = rate;
     m_mixer.setSampleRate(m_sampleRate);
+}
+
+void AmbientPlayer::applyMaster() {
+    if (m_env.device && m_env.device->hasOutputGain()) {
+        // The device changes the level of what it has queued, so a fade is heard at once.
+        m_mixer.setMasterVolume(1.0f);
+        m_env.device->setOutputGain(m_masterVolume);
+    } else {
+        m_mixer.setMasterVolume(m_masterVolume);
+    }
 }
 
 void AmbientPlayer::attachNoise() {
@@ -177,7 +187,7 @@ void AmbientPlayer::stepVolumes() {
     const float masterTarget = m_isPlaying ? m_masterSetting : 0.0f;
     const float coefficient = m_masterVolume < masterTarget ? kMasterRising : kMasterFalling;
     m_masterVolume += (masterTarget - m_masterVolume) * coefficient;
-    m_mixer.setMasterVolume(m_masterVolume);
+    applyMaster();
     bool done = std::fabs(masterTarget - m_masterVolume) < 0.0005f;
 
     for (std::size_t i = 0; i < kRecordingCount; ++i) {
@@ -197,7 +207,7 @@ void AmbientPlayer::stepVolumes() {
 
     if (!m_isPlaying && m_masterVolume < 0.001f) {
         m_masterVolume = 0.0f;
-        m_mixer.setMasterVolume(0.0f);
+        applyMaster();
         for (auto& track : m_tracks)
             if (track)
                 track->stop();
@@ -324,7 +334,7 @@ void AmbientPlayer::giveUp(const QString& logLine) {
     m_isPlaying = false;
     m_rampTimer.reset();
     m_masterVolume = 0.0f;
-    m_mixer.setMasterVolume(0.0f);
+    applyMaster();
     outputStopped();
     // The card must not say it plays while nothing does.
     if (wasWanted)

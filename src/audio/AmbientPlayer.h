@@ -110,6 +110,7 @@ private:
     void outputFailed(const QString& error);
     void giveUp(const QString& logLine);
     void reopenLater();
+    void applyMaster();
     void attachNoise();
     LoopingTrack* makeTrack(AmbientSound sound);
     void startSelectedSources();
