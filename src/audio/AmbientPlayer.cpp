@@ -63,10 +63,6 @@ bool AmbientPlayer::isEngineRunning() const {
     return m_env.device && m_env.device->isRunning();
 }
 
-bool AmbientPlayer::hasTrack(AmbientSound sound) const {
-    return m_tracks[indexOf(sound)] != nullptr;
-}
-
 bool AmbientPlayer::isTrackPlaying(AmbientSound sound) const {
     const auto& t = m_tracks[indexOf(sound)];
     return t && t->isPlaying();
@@ -75,21 +71,6 @@ bool AmbientPlayer::isTrackPlaying(AmbientSound sound) const {
 std::int64_t AmbientPlayer::trackGeneration(AmbientSound sound) const {
     const auto& t = m_tracks[indexOf(sound)];
     return t ? t->generation() : -1;
-}
-
-int AmbientPlayer::segmentsScheduled(AmbientSound sound) const {
-    const auto& t = m_tracks[indexOf(sound)];
-    return t ? t->segmentsScheduled() : 0;
-}
-
-std::int64_t AmbientPlayer::lastScheduledStart(AmbientSound sound) const {
-    const auto& t = m_tracks[indexOf(sound)];
-    return t ? t->lastScheduledStart() : -1;
-}
-
-std::int64_t AmbientPlayer::trackLength(AmbientSound sound) const {
-    const auto& t = m_tracks[indexOf(sound)];
-    return t ? t->length() : 0;
 }
 
 void AmbientPlayer::connectOutput() {
@@ -402,10 +383,8 @@ void AmbientPlayer::serviceAudio() {
 void AmbientPlayer::onSegmentConsumed(AmbientSound sound, std::int64_t generation) {
     LoopingTrack* track = m_tracks[indexOf(sound)].get();
     // Completions of flushed or superseded segments must not restart a loop.
-    if (!track || generation != track->generation()) {
-        ++m_staleCompletions;
+    if (!track || generation != track->generation())
         return;
-    }
     track->schedule(0, generation);
     m_env.streamer->wake();
 }
