@@ -352,21 +352,6 @@ TEST_F(AmbientPlayerTest, MissingEmptyOrCorruptRecordingsAreLoggedWhileOthersPla
     EXPECT_EQ(log.lines(), expected.mid(1));
 }
 
-TEST_F(AmbientPlayerTest, EngineThatCannotStartMakesPlayFail) {
-    makePlayer();
-    device->setStartFailure(QStringLiteral("device busy"));
-    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
-    EXPECT_FALSE(player->play());
-    EXPECT_FALSE(player->isPlaying());
-    EXPECT_FALSE(player->isEngineRunning());
-    EXPECT_EQ(log.lines(),
-              QStringList{QStringLiteral("Quillmere ambient engine failed: device busy")});
-    player->stop(); // harmless
-    step(200);
-    device->setStartFailure({});
-    EXPECT_TRUE(player->play());
-}
-
 TEST_F(AmbientPlayerTest, BrownNoiseAttachesOnPlayAndStaysWhenDeselected) {
     makePlayer();
     player->setLevels(levels(0.49f, {{S::brownNoise, 0.49f}}));
@@ -416,10 +401,12 @@ TEST_F(AmbientPlayerTest, LostOutputRebuildsTheGraphAndRestartsFromSilence) {
     EXPECT_NEAR(player->volume(S::rain), 0.49f, 0.0005f);
 }
 
-TEST_F(AmbientPlayerTest, FormatChangeRebuildsAtTheNewRate) {
-    makePlayer();
+TEST_F(AmbientPlayerTest, UnknownRateRunsAt48kAndAFormatChangeRebuildsAtTheNewRate) {
+    makePlayer(0.0);
+    EXPECT_EQ(player->sampleRate(), 48000.0) << "an unknown rate counts as 48 kHz";
     player->setLevels(levels(0.49f, {{S::brownNoise, 0.3f}}));
     ASSERT_TRUE(player->play());
+    EXPECT_EQ(device->runningSampleRate(), 48000.0);
     device->simulateFormatChange(44100.0);
     scheduler->advance(AmbientPlayer::kServicePeriod.count());
     EXPECT_EQ(player->sampleRate(), 44100.0);
@@ -474,12 +461,24 @@ TEST_F(AmbientPlayerTest, LostOutputIsReopenedUntilItReturnsOrTheTriesRunOut) {
     EXPECT_TRUE(player->isTrackPlaying(S::rain));
 }
 
-TEST_F(AmbientPlayerTest, SlowOpeningOutputPlaysWhenReadyAndOneThatFailsEndsThePlay) {
+TEST_F(AmbientPlayerTest, OutputThatFailsAtOnceOrLaterEndsThePlayAndIsTriedAgain) {
     makePlayer();
     int endings = 0;
     player->setStopHandler([&] { ++endings; });
-    device->setDeferredStart(true);
     player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
+    device->setStartFailure(QStringLiteral("device busy"));
+    EXPECT_FALSE(player->play()) << "at once: play() says so itself";
+    EXPECT_FALSE(player->isPlaying());
+    EXPECT_EQ(endings, 0);
+    EXPECT_EQ(log.lines(),
+              QStringList{QStringLiteral("Quillmere ambient engine failed: device busy")});
+    player->stop(); // harmless
+    step(200);
+    device->setStartFailure({});
+    log.clear();
+
+    // A slow output: the sources queue while it opens.
+    device->setDeferredStart(true);
     ASSERT_TRUE(player->play());
     EXPECT_FALSE(player->isEngineRunning());
     EXPECT_TRUE(player->isTrackPlaying(S::rain)) << "queued while the output opens";
@@ -497,14 +496,6 @@ TEST_F(AmbientPlayerTest, SlowOpeningOutputPlaysWhenReadyAndOneThatFailsEndsTheP
     EXPECT_FALSE(player->isTrackPlaying(S::rain));
     EXPECT_EQ(log.lines(),
               QStringList{QStringLiteral("Quillmere ambient engine failed: Access denied")});
-}
-
-TEST_F(AmbientPlayerTest, UnknownOutputRateRunsAt48k) {
-    makePlayer(0.0);
-    EXPECT_EQ(player->sampleRate(), 48000.0);
-    player->setLevels(levels(0.49f, {{S::brownNoise, 0.3f}}));
-    ASSERT_TRUE(player->play());
-    EXPECT_EQ(device->runningSampleRate(), 48000.0);
 }
 
 TEST_F(AmbientPlayerTest, RecordingsAreConvertedToTheOutputRate) {

@@ -176,19 +176,6 @@ TEST_F(PulseOutputTest, SoundComesBackAfterTheServerRestarts) {
     EXPECT_EQ(endings, 0);
 }
 
-TEST_F(PulseOutputTest, PlaysAgainAfterAFullStop) {
-    auto player = makePlayer();
-    player->setLevels(levels(0.49f, {{AmbientSound::brownNoise, 0.49f}}));
-    ASSERT_TRUE(player->play());
-    player->stop();
-    MonitorRecorder rec(server, QStringLiteral("quill_a"));
-    ASSERT_TRUE(rec.start());
-    ASSERT_TRUE(rec.waitUntil([&] { return !player->isEngineRunning(); }, 8000));
-    ASSERT_TRUE(player->play());
-    ASSERT_TRUE(rec.waitForFrames(kRate * 2));
-    EXPECT_GT(measure(rec, rec.frames() - kRate, rec.frames()).rms, 0.005);
-}
-
 TEST_F(PulseOutputTest, RecordingsStreamThroughTheRealOutput) {
     auto player = makePlayer(QStringLiteral(QUILL_AMBIENT_DIR));
     player->setLevels(levels(0.49f, {{AmbientSound::rain, 0.49f}}));
