@@ -331,14 +331,18 @@ void AmbientPlayer::reopenLater() {
         if (!m_isPlaying)
             return;
         ++m_reopenAttempts;
-        QString error;
-        if (!openOutput(&error)) {
-            outputFailed(error);
-            return;
-        }
-        if (m_env.device->isRunning())
-            outputRunning();
+        reopen();
     });
+}
+
+void AmbientPlayer::reopen() {
+    QString error;
+    if (!openOutput(&error)) {
+        outputFailed(error);
+        return;
+    }
+    if (m_env.device->isRunning())
+        outputRunning();
 }
 
 void AmbientPlayer::stop() {
@@ -405,13 +409,7 @@ void AmbientPlayer::recoverFromConfigurationChange() {
         return;
     }
     m_reopenAttempts = std::max(m_reopenAttempts, 1);
-    QString error;
-    if (!openOutput(&error)) {
-        outputFailed(error);
-        return;
-    }
-    if (m_env.device->isRunning())
-        outputRunning();
+    reopen();
 }
 
 } // namespace quill

@@ -104,6 +104,7 @@ private:
     void outputFailed(const QString& error);
     void giveUp(const QString& logLine);
     void reopenLater();
+    void reopen();
     void applyMaster();
     void attachNoise();
     LoopingTrack* makeTrack(AmbientSound sound);
