@@ -14,12 +14,11 @@
 
 #include <QApplication>
 #include <QDBusConnection>
-#include <QSystemTrayIcon>
 
 namespace {
-/// A session bus that takes connections but never answers would hold the tray check, the
-/// accessibility bridge and every other D-Bus call on the UI thread: the window would never
-/// appear. Such a bus is left alone for this run, as if there were none.
+/// A session bus that takes connections but never answers would hold the accessibility bridge and
+/// every other D-Bus call on the UI thread: the window would never appear. Such a bus is left alone
+/// for this run, as if there were none.
 void avoidAWedgedSessionBus() {
     QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
     if (address.isEmpty() && !qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
@@ -40,9 +39,6 @@ int main(int argc, char** argv) {
     QApplication::setOrganizationName(QStringLiteral("Quillmere"));
     // The Wayland app id and the desktop entry the shell matches windows and icons with.
     QApplication::setDesktopFileName(quill::appId());
-    // With a tray item the app lives on after its window is closed, as the tray panel and a
-    // second launch can bring it back; without a tray, closing the window quits.
-    QApplication::setQuitOnLastWindowClosed(!QSystemTrayIcon::isSystemTrayAvailable());
 
     // A second launch only brings the running app to the front.
     quill::SingleInstance instance(QStringLiteral("quillmere"));

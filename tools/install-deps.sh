@@ -22,6 +22,7 @@ packages=(
   desktop-file-utils appstream # the packaging tests validate the desktop entry and metainfo
   openbox libxcb1-dev # the floating timer's test runs under a real window manager
   at-spi2-core python3-pyatspi # the accessibility test reads the app as a screen reader does
+  qt6-declarative-private-dev # Qt Quick's accessible interfaces, corrected for screen readers
   # The compositor test runs the app under KWin, natively on Wayland and through XWayland;
   # the private headers let the window tests change a window's exposure as a compositor does.
   kwin-wayland xwayland qt6-wayland qt6-base-private-dev

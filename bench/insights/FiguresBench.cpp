@@ -37,8 +37,7 @@ struct World {
 void insightsFigures(benchmark::State& state) {
     World world(int(state.range(0)));
     for (auto _ : state) {
-        InsightsViewModel vm;
-        vm.setStore(world.store.get());
+        InsightsViewModel vm(*world.store);
         benchmark::DoNotOptimize(vm.tiles());
     }
 }
@@ -47,8 +46,7 @@ BENCHMARK(insightsFigures)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisec
 void historyTotals(benchmark::State& state) {
     World world(int(state.range(0)));
     for (auto _ : state) {
-        HistoryViewModel vm;
-        vm.setStore(world.store.get());
+        HistoryViewModel vm(*world.store);
         benchmark::DoNotOptimize(vm.countText());
     }
 }

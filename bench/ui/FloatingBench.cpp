@@ -61,9 +61,8 @@ int main(int argc, char** argv) {
     });
 
     QTimer::singleShot(3000, &app, [&] {
-        quill::AppSettings s = runtime.store()->settings();
-        s.floatingSignalButtons = signalButtons;
-        runtime.store()->setSettings(s);
+        runtime.store()->editSettings(
+            [&](quill::AppSettings& s) { s.floatingSignalButtons = signalButtons; });
         // Before the round: its start already compiles the panel's component.
         rssBefore = residentMb();
         runtime.store()->startSession();

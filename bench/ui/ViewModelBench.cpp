@@ -16,19 +16,17 @@ void runSteps(benchmark::State& state, bool withViewModels) {
     quill::test::FakeServices fakes;
     fakes.random->script.push_back(24 * 3600); // no micro-break while measuring
     quill::AppStore store(fakes.services());
-    quill::FocusViewModel focus;
-    quill::MenuBarViewModel menu;
-    quill::ShellViewModel shell;
-    quill::CompletionViewModel review;
+    std::optional<quill::FocusViewModel> focus;
+    std::optional<quill::MenuBarViewModel> menu;
+    std::optional<quill::ShellViewModel> shell;
+    std::optional<quill::CompletionViewModel> review;
     if (withViewModels) {
-        focus.setStore(&store);
-        menu.setStore(&store);
-        shell.setStore(&store);
-        review.setStore(&store);
+        focus.emplace(store);
+        menu.emplace(store);
+        shell.emplace(store);
+        review.emplace(store);
     }
-    auto settings = store.settings();
-    settings.selectedDurationMinutes = 1440;
-    store.setSettings(settings);
+    store.editSettings([](quill::AppSettings& s) { s.selectedDurationMinutes = 1440; });
     store.startSession();
     for (auto _ : state)
         fakes.scheduler->advance(250);

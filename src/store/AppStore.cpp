@@ -10,6 +10,7 @@
 #include <QTimeZone>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace quill {
 
@@ -190,18 +191,19 @@ void AppStore::setPhase(SessionPhase phase) {
 }
 
 void AppStore::setRemainingSeconds(qint64 v) {
-    m_remainingSeconds = v;
-    Q_EMIT remainingSecondsChanged();
+    // The step runs four times a second; the counters move once a second.
+    if (std::exchange(m_remainingSeconds, v) != v)
+        Q_EMIT remainingSecondsChanged();
 }
 
 void AppStore::setBreakRemainingSeconds(qint64 v) {
-    m_breakRemainingSeconds = v;
-    Q_EMIT breakRemainingSecondsChanged();
+    if (std::exchange(m_breakRemainingSeconds, v) != v)
+        Q_EMIT breakRemainingSecondsChanged();
 }
 
 void AppStore::setFocusedElapsedSeconds(qint64 v) {
-    m_focusedElapsedSeconds = v;
-    Q_EMIT focusedElapsedSecondsChanged();
+    if (std::exchange(m_focusedElapsedSeconds, v) != v)
+        Q_EMIT focusedElapsedSecondsChanged();
 }
 
 void AppStore::setCurrentEvents(const QList<FocusEvent>& events) {

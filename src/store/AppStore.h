@@ -90,9 +90,6 @@ public:
     const AppSettings& settings() const { return m_settings; }
     /// The main thread's timers, for the windows' own delayed calls.
     const std::shared_ptr<Scheduler>& scheduler() const { return m_services.scheduler; }
-    /// The one assignment path for settings: notifies, feeds the ambient levels, debounces the
-    /// write.
-    void setSettings(const AppSettings& settings);
     /// Whether an edit may happen while a round runs: what designs the round is held until it
     /// ends.
     enum class EditTime { anyTime, betweenRounds };
@@ -262,6 +259,9 @@ private:
     /// The focusing step's counters; returns the net seconds left.
     double updateFocusCounters();
 
+    /// The one assignment path for settings: notifies, feeds the ambient levels, debounces the
+    /// write. From outside, settings change through `editSettings`.
+    void setSettings(const AppSettings& settings);
     void setPhase(SessionPhase phase);
     void setRemainingSeconds(qint64 v);
     void setBreakRemainingSeconds(qint64 v);

@@ -5,7 +5,6 @@
 
 #include <QDateTime>
 #include <QTimeZone>
-#include <ostream>
 
 namespace quill::test {
 
@@ -48,8 +47,3 @@ private:
 };
 
 } // namespace quill::test
-
-// Readable failure messages for Qt strings.
-inline void PrintTo(const QString& s, std::ostream* os) {
-    *os << '"' << s.toStdString() << '"';
-}

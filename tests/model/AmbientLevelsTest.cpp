@@ -21,7 +21,6 @@ float narrowedSquare(double v) {
 TEST(AmbientLevels, AllFieldsAbsentGiveSquaredDefaultMasterAndSilence) {
     for (const AppSettings& s : {allAmbientAbsent(), AppSettings{}}) {
         const AmbientLevels levels = s.ambientLevels();
-        EXPECT_EQ(levels.master, narrowedSquare(0.7));
         EXPECT_EQ(levels.master, 0.49f);
         for (AmbientSound sound : kAllAmbientSounds)
             EXPECT_EQ(levels.level(sound), 0.0f) << rawValue(sound).toStdString();
@@ -42,14 +41,6 @@ TEST(AmbientLevels, SquaresInDoubleBeforeNarrowing) {
     }
 }
 
-TEST(AmbientLevels, SelectedSoundWithoutStoredVolumeUsesSevenTenths) {
-    AppSettings s;
-    s.ambientSounds = QList<QString>{QStringLiteral("brownNoise")};
-    EXPECT_EQ(s.ambientLevels().level(AmbientSound::brownNoise), narrowedSquare(0.7));
-    s.ambientVolumes.reset();
-    EXPECT_EQ(s.ambientLevels().level(AmbientSound::brownNoise), narrowedSquare(0.7));
-}
-
 TEST(AmbientLevels, UnselectedSoundsAreSilentWhateverTheirVolume) {
     AppSettings s;
     s.ambientSounds = QList<QString>{QStringLiteral("rain")};
@@ -65,21 +56,20 @@ TEST(AmbientLevels, UnselectedSoundsAreSilentWhateverTheirVolume) {
     }
 }
 
-TEST(AmbientLevels, RepeatedSelectionGivesOneLevelNotASum) {
+// A selected sound without a stored volume plays at seven tenths, a repeated one at one level
+// (not a sum), and volumes outside the range pass through squared.
+TEST(AmbientLevels, EachSelectedSoundOnceAtItsStoredVolumeOrSevenTenths) {
     AppSettings s;
-    s.ambientSounds = QList<QString>{QStringLiteral("rain"), QStringLiteral("rain")};
-    s.ambientVolumes = std::map<QString, double>{{QStringLiteral("rain"), 0.6}};
-    EXPECT_EQ(s.ambientLevels().level(AmbientSound::rain), narrowedSquare(0.6));
-}
-
-TEST(AmbientLevels, VolumesOutsideTheRangePassThroughSquared) {
-    AppSettings s;
-    s.ambientSounds = QList<QString>{QStringLiteral("fire")};
-    s.ambientVolumes = std::map<QString, double>{{QStringLiteral("fire"), 1.5}};
+    s.ambientSounds = QList<QString>{u"brownNoise"_qs, u"rain"_qs, u"fire"_qs, u"rain"_qs};
+    s.ambientVolumes = std::map<QString, double>{{u"rain"_qs, 0.6}, {u"fire"_qs, 1.5}};
     s.ambientMasterVolume = -0.5;
     const AmbientLevels levels = s.ambientLevels();
+    EXPECT_EQ(levels.level(AmbientSound::brownNoise), narrowedSquare(0.7));
+    EXPECT_EQ(levels.level(AmbientSound::rain), narrowedSquare(0.6));
     EXPECT_EQ(levels.level(AmbientSound::fire), 2.25f);
     EXPECT_EQ(levels.master, 0.25f);
+    s.ambientVolumes.reset();
+    EXPECT_EQ(s.ambientLevels().level(AmbientSound::fire), narrowedSquare(0.7));
 }
 
 TEST(AmbientVolume, ReturnsTheStoredValueUnclampedOrSevenTenths) {
@@ -100,9 +90,6 @@ TEST(SelectedAmbientSounds, SkipsUnknownNamesAndKeepsOrderAndRepeats) {
     EXPECT_EQ(
         s.selectedAmbientSounds(),
         (QList<AmbientSound>{AmbientSound::rain, AmbientSound::rain, AmbientSound::crickets}));
-}
-
-TEST(SelectedAmbientSounds, AbsentListSelectsNothing) {
     EXPECT_TRUE(allAmbientAbsent().selectedAmbientSounds().isEmpty());
 }
 

@@ -1,5 +1,5 @@
 #include "model/LocalDayStarts.h"
-#include "ScopedTimeZone.h"
+#include "support/ScopedTimeZone.h"
 
 #include <QDateTime>
 #include <QTimeZone>

@@ -17,49 +17,83 @@ QString repeated(const QString& unit, int times) {
     return unit.repeated(times);
 }
 
-// ---------------------------------------------------------------- task list
+// ---------------------------------------------------------------- task list and selection
 
-TEST(TaskListRepair, TrimsAndDropsCaseAndDiacriticDuplicatesAndEmptyNames) {
-    const AppSettings out = normalizedSettings(withTasks(
-        {QStringLiteral("  Math "), QStringLiteral("math"), QStringLiteral("Mäth"), QString()}));
-    EXPECT_EQ(out.taskNames, QList<QString>{QStringLiteral("Math")});
+struct TaskCase {
+    const char* label;
+    QList<QString> tasks;
+    std::optional<QString> selected;
+    QList<QString> wantTasks;
+    std::optional<QString> wantSelected{};
+};
+
+class TaskRepair : public ::testing::TestWithParam<TaskCase> {};
+
+TEST_P(TaskRepair, TrimsFoldsDuplicatesAndKeepsOnlyAListedSelection) {
+    const TaskCase& c = GetParam();
+    const AppSettings out = normalizedSettings(withTasks(c.tasks, c.selected));
+    EXPECT_EQ(out.taskNames, c.wantTasks);
+    // Canonically equivalent spellings are one name.
+    EXPECT_EQ(out.selectedTaskName
+                  ? std::optional(out.selectedTaskName->normalized(QString::NormalizationForm_C))
+                  : std::nullopt,
+              c.wantSelected);
 }
 
-TEST(TaskListRepair, KeepsTheFirstSpellingAndTheOrder) {
-    const AppSettings out = normalizedSettings(
-        withTasks({QStringLiteral("写作"), QStringLiteral("Café"), QStringLiteral("阅读"),
-                   QStringLiteral("CAFE"), QStringLiteral("cafe\u0301"), QStringLiteral("写作 ")}));
-    EXPECT_EQ(out.taskNames, (QList<QString>{QStringLiteral("写作"), QStringLiteral("Café"),
-                                             QStringLiteral("阅读")}));
-}
+const QString kForty = repeated(QStringLiteral("a"), 40);
 
-TEST(TaskListRepair, FoldsBeyondLatin) {
-    // Greek final sigma and tonos fold like any other case and accent.
-    const AppSettings out = normalizedSettings(
-        withTasks({QStringLiteral("ΣΟΦΙΑ"), QStringLiteral("σοφία"), QStringLiteral("Straße")}));
-    EXPECT_EQ(out.taskNames, (QList<QString>{QStringLiteral("ΣΟΦΙΑ"), QStringLiteral("Straße")}));
-}
+INSTANTIATE_TEST_SUITE_P(
+    Cases, TaskRepair,
+    ::testing::Values(
+        TaskCase{"caseAndDiacriticDuplicatesAndEmptyNamesGo",
+                 {u"  Math "_qs, u"math"_qs, u"Mäth"_qs, QString()},
+                 std::nullopt,
+                 {u"Math"_qs}},
+        TaskCase{"firstSpellingAndOrderStay",
+                 {u"写作"_qs, u"Café"_qs, u"阅读"_qs, u"CAFE"_qs, u"cafe\u0301"_qs, u"写作 "_qs},
+                 std::nullopt,
+                 {u"写作"_qs, u"Café"_qs, u"阅读"_qs}},
+        // Greek final sigma and tonos fold like any other case and accent.
+        TaskCase{"foldsBeyondLatin",
+                 {u"ΣΟΦΙΑ"_qs, u"σοφία"_qs, u"Straße"_qs},
+                 std::nullopt,
+                 {u"ΣΟΦΙΑ"_qs, u"Straße"_qs}},
+        TaskCase{"lookAlikesStay",
+                 {u"数学"_qs, u"数学 2"_qs, u"b2"_qs, u"b10"_qs},
+                 std::nullopt,
+                 {u"数学"_qs, u"数学 2"_qs, u"b2"_qs, u"b10"_qs}},
+        TaskCase{"everyWhiteSpaceTrimmed",
+                 {u"\t\n Deep work \r\n"_qs, u"\u3000"_qs, u" \n "_qs, u"\u00a0读书\u00a0"_qs},
+                 std::nullopt,
+                 {u"Deep work"_qs, u"读书"_qs}},
+        TaskCase{"trimmedBeforeCutting", {QString(10, u' ') + kForty}, std::nullopt, {kForty}},
+        TaskCase{"equalAfterCuttingAreDuplicates",
+                 {kForty + u"one"_qs, kForty.toUpper() + u"two"_qs},
+                 std::nullopt,
+                 {kForty}},
+        TaskCase{"trimmedSelectionStays", {u"Math"_qs}, u"  Math\n"_qs, {u"Math"_qs}, u"Math"_qs},
+        TaskCase{"selectionIsCaseSensitive", {u"Math"_qs}, u"math"_qs, {u"Math"_qs}},
+        TaskCase{"selectionIsDiacriticSensitive", {u"Math"_qs}, u"Mäth"_qs, {u"Math"_qs}},
+        // "math" was folded into "Math", so selecting the dropped spelling selects nothing.
+        TaskCase{
+            "selectionOfADroppedDuplicate", {u"Math"_qs, u"math"_qs}, u"math"_qs, {u"Math"_qs}},
+        TaskCase{"canonicallyEquivalentSelection",
+                 {u"Mäth"_qs},
+                 u"Ma\u0308th"_qs,
+                 {u"Mäth"_qs},
+                 u"Mäth"_qs},
+        TaskCase{"unlistedSelection", {u"写作"_qs}, u"阅读"_qs, {u"写作"_qs}},
+        TaskCase{"blankSelection", {u"写作"_qs}, u"  "_qs, {u"写作"_qs}},
+        TaskCase{"noSelection", {u"写作"_qs}, std::nullopt, {u"写作"_qs}}),
+    [](const auto& info) { return std::string(info.param.label); });
 
-TEST(TaskListRepair, DistinctNamesThatOnlyLookAlikeStay) {
-    const AppSettings out =
-        normalizedSettings(withTasks({QStringLiteral("数学"), QStringLiteral("数学 2"),
-                                      QStringLiteral("b2"), QStringLiteral("b10")}));
-    EXPECT_EQ(out.taskNames->size(), 4);
-}
-
-TEST(TaskListRepair, TrimsEveryKindOfWhiteSpaceAndDropsBlankEntries) {
-    const AppSettings out = normalizedSettings(
-        withTasks({QStringLiteral("\t\n Deep work \r\n"), QStringLiteral("\u3000"),
-                   QStringLiteral(" \n "), QStringLiteral("\u00a0读书\u00a0")}));
-    EXPECT_EQ(out.taskNames, (QList<QString>{QStringLiteral("Deep work"), QStringLiteral("读书")}));
-}
-
-TEST(TaskListRepair, AbsentListBecomesPresentAndEmpty) {
+TEST(TaskListRepair, AbsentListBecomesPresentAndEmptyAndSelectsNothing) {
     AppSettings in;
     in.taskNames.reset();
+    in.selectedTaskName = QStringLiteral("阅读");
     const AppSettings out = normalizedSettings(in);
-    ASSERT_TRUE(out.taskNames.has_value());
-    EXPECT_TRUE(out.taskNames->isEmpty());
+    EXPECT_EQ(out.taskNames, QList<QString>{});
+    EXPECT_EQ(out.selectedTaskName, std::nullopt);
 }
 
 struct CutCase {
@@ -77,11 +111,7 @@ TEST_P(TaskNameCut, KeepsFortyUserPerceivedCharacters) {
     EXPECT_EQ(out.taskNames->first(), repeated(unit, 40));
     // The selection is cut the same way, so it still matches its entry.
     EXPECT_EQ(out.selectedTaskName, repeated(unit, 40));
-}
-
-TEST_P(TaskNameCut, LeavesFortyAlone) {
-    const QString exactly40 = repeated(GetParam().unit, 40);
-    EXPECT_EQ(normalizedSettings(withTasks({exactly40})).taskNames->first(), exactly40);
+    EXPECT_EQ(normalizedSettings(withTasks({repeated(unit, 40)})).taskNames, out.taskNames);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -94,71 +124,6 @@ INSTANTIATE_TEST_SUITE_P(
                       CutCase{"combiningMarks", QStringLiteral("e\u0301\u0323")},
                       CutCase{"hangulJamo", QStringLiteral("\u1100\u1161\u11a8")}),
     [](const auto& info) { return std::string(info.param.label); });
-
-TEST(TaskNameCut, TrimsBeforeCutting) {
-    const QString padded = QStringLiteral("          ") + repeated(QStringLiteral("x"), 40);
-    EXPECT_EQ(normalizedSettings(withTasks({padded})).taskNames->first(),
-              repeated(QStringLiteral("x"), 40));
-}
-
-TEST(TaskNameCut, NamesEqualAfterCuttingAreDuplicates) {
-    const QString base = repeated(QStringLiteral("a"), 40);
-    const AppSettings out = normalizedSettings(
-        withTasks({base + QStringLiteral("one"), base.toUpper() + QStringLiteral("two")}));
-    EXPECT_EQ(out.taskNames, QList<QString>{base});
-}
-
-// ---------------------------------------------------------------- selected task
-
-TEST(SelectedTaskRepair, TrimmedSelectionThatIsListedStays) {
-    const AppSettings out =
-        normalizedSettings(withTasks({QStringLiteral("Math")}, QStringLiteral("  Math\n")));
-    EXPECT_EQ(out.selectedTaskName, QStringLiteral("Math"));
-}
-
-TEST(SelectedTaskRepair, MatchIsCaseAndDiacriticSensitive) {
-    EXPECT_EQ(normalizedSettings(withTasks({QStringLiteral("Math")}, QStringLiteral("math")))
-                  .selectedTaskName,
-              std::nullopt);
-    EXPECT_EQ(normalizedSettings(withTasks({QStringLiteral("Math")}, QStringLiteral("Mäth")))
-                  .selectedTaskName,
-              std::nullopt);
-}
-
-TEST(SelectedTaskRepair, MatchesAnEntryWhoseDuplicateWasDropped) {
-    // "math" was folded into "Math", so selecting the dropped spelling selects nothing.
-    const AppSettings out = normalizedSettings(
-        withTasks({QStringLiteral("Math"), QStringLiteral("math")}, QStringLiteral("math")));
-    EXPECT_EQ(out.selectedTaskName, std::nullopt);
-}
-
-TEST(SelectedTaskRepair, CanonicallyEquivalentSpellingsMatch) {
-    const AppSettings out =
-        normalizedSettings(withTasks({QStringLiteral("Mäth")}, QStringLiteral("Ma\u0308th")));
-    ASSERT_TRUE(out.selectedTaskName.has_value());
-    EXPECT_EQ(out.selectedTaskName->normalized(QString::NormalizationForm_C),
-              QStringLiteral("Mäth"));
-}
-
-TEST(SelectedTaskRepair, UnlistedSelectionBecomesAbsent) {
-    EXPECT_EQ(normalizedSettings(withTasks({QStringLiteral("写作")}, QStringLiteral("阅读")))
-                  .selectedTaskName,
-              std::nullopt);
-    AppSettings noList;
-    noList.taskNames.reset();
-    noList.selectedTaskName = QStringLiteral("阅读");
-    const AppSettings out = normalizedSettings(noList);
-    EXPECT_EQ(out.selectedTaskName, std::nullopt);
-    EXPECT_EQ(out.taskNames, QList<QString>{});
-}
-
-TEST(SelectedTaskRepair, BlankSelectionBecomesAbsentAndAbsentStaysAbsent) {
-    EXPECT_EQ(normalizedSettings(withTasks({QStringLiteral("写作")}, QStringLiteral("  ")))
-                  .selectedTaskName,
-              std::nullopt);
-    EXPECT_EQ(normalizedSettings(withTasks({QStringLiteral("写作")})).selectedTaskName,
-              std::nullopt);
-}
 
 // ---------------------------------------------------------------- ranges
 

@@ -24,14 +24,6 @@ QString expectedMusicScript(const QString& sourceClause) {
     }
         .join(u'\n');
 }
-
-QString clauseFor(const QString& script) {
-    for (const QString& line : script.split(u'\n'))
-        if (line.startsWith(u"    set sourcePlaylist to "_qs))
-            return line.mid(26);
-    return {};
-}
-
 } // namespace
 
 TEST(AppleMusicScript, LibraryUsesTheWholeLibraryAndIgnoresThePlaylistName) {
@@ -45,28 +37,12 @@ TEST(AppleMusicScript, PlaylistNameIsQuotedUntrimmed) {
               expectedMusicScript(u"first user playlist whose name is \" 晨间 \""_qs));
 }
 
-TEST(AppleMusicScript, QuoteAndBackslashBecomeSevenCharactersInsideTheQuotes) {
-    // a " b \ c: the quote gains a backslash, the backslash is doubled.
-    const QString name = u"a\"b\\c"_qs;
-    ASSERT_EQ(name.size(), 5);
-    const QString clause = clauseFor(applescript::appleMusicScript(MusicSource::playlist, name));
-    const QString prefix = u"first user playlist whose name is \""_qs;
-    ASSERT_TRUE(clause.startsWith(prefix));
-    ASSERT_TRUE(clause.endsWith(u'"'));
-    const QString inside = clause.mid(prefix.size(), clause.size() - prefix.size() - 1);
-    EXPECT_EQ(inside, u"a\\\"b\\\\c"_qs);
-    EXPECT_EQ(inside.size(), 7);
-}
-
-TEST(AppleMusicScript, EscapingDoublesBackslashesBeforeQuotingQuotes) {
-    EXPECT_EQ(applescript::escapedForStringLiteral(u"\\\""_qs), u"\\\\\\\""_qs);
-    EXPECT_EQ(applescript::escapedForStringLiteral(u"\"\""_qs), u"\\\"\\\""_qs);
-    EXPECT_EQ(applescript::escapedForStringLiteral(u"\\\\"_qs), u"\\\\\\\\"_qs);
-    EXPECT_EQ(applescript::escapedForStringLiteral(u"🎧 专注"_qs), u"🎧 专注"_qs);
-}
-
 TEST(AppleMusicScript, HostileNamesStayInsideOneStringLiteral) {
+    // Backslashes are doubled before quotes are escaped, or an escaped quote would end it.
     const QStringList names{u"end tell\"\ndo shell script \"rm -rf ~"_qs,
+                            u"a\"b\\c"_qs,
+                            u"\\\""_qs,
+                            u"\\\\"_qs,
                             u"line\nfeed"_qs,
                             u"\\"_qs,
                             u"\""_qs,

@@ -152,13 +152,6 @@ TEST_F(MprisBackendTest, LibraryTurnsShuffleOnPlaysAndReportsTitleAndArtist) {
     expectNoSecondAnswer();
 }
 
-TEST_F(MprisBackendTest, LibraryWithoutMetadataSaysItStarted) {
-    addPlayer(u"elisa"_qs);
-    const MusicOutcome outcome = answer(MusicService::appleMusic);
-    EXPECT_TRUE(outcome.success);
-    EXPECT_EQ(outcome.text, u"已开始随机播放"_qs);
-}
-
 TEST_F(MprisBackendTest, LibraryPrefersAMusicPlayerAndLeavesOthersAlone) {
     auto& browser = addPlayer(u"firefox.instance_1_7"_qs);
     auto& netEase = addPlayer(u"netease-cloud-music"_qs, false, u"网易云音乐"_qs);
@@ -167,15 +160,6 @@ TEST_F(MprisBackendTest, LibraryPrefersAMusicPlayerAndLeavesOthersAlone) {
     EXPECT_EQ(commandsOf(music), (QStringList{u"Set Shuffle true"_qs, u"Play"_qs}));
     EXPECT_TRUE(commandsOf(browser).isEmpty());
     EXPECT_TRUE(commandsOf(netEase).isEmpty());
-}
-
-TEST_F(MprisBackendTest, EmptyLibraryFailsAtOnce) {
-    auto& player = addPlayer(u"rhythmbox"_qs);
-    player.canPlay = false;
-    const MusicOutcome outcome = answer(MusicService::appleMusic);
-    EXPECT_FALSE(outcome.success);
-    EXPECT_EQ(outcome.text, u"这个范围里没有可播放的歌曲"_qs);
-    EXPECT_EQ(elapsedMs(), 0);
 }
 
 TEST_F(MprisBackendTest, PlayerThatNeverStartsRunsIntoTheDeadline) {
@@ -201,12 +185,6 @@ TEST_F(MprisBackendTest, HungPlayerNeverHangsTheApp) {
     EXPECT_FALSE(m_outcomes[0].success);
     EXPECT_EQ(m_outcomes[0].text, u"音乐播放器没有响应"_qs);
     expectNoSecondAnswer();
-}
-
-TEST_F(MprisBackendTest, NoPlayerOnTheBus) {
-    const MusicOutcome outcome = answer(MusicService::appleMusic);
-    EXPECT_FALSE(outcome.success);
-    EXPECT_EQ(outcome.text, u"没有找到正在运行的音乐播放器"_qs);
 }
 
 TEST_F(MprisBackendTest, NeitherNetEaseNorBrowsersNorVideoPlayersAreTheDesktopsMusicPlayer) {
@@ -260,18 +238,6 @@ TEST_F(MprisBackendTest, NoMusicPlayerRunningStartsTheDesktopsOneAndPlaysOnItOnc
     expectNoSecondAnswer();
 }
 
-TEST_F(MprisBackendTest, AStartedMusicPlayerThatNeverAppearsOrCannotStart) {
-    m_musicLauncher->result = NetEaseLauncher::Result::launched;
-    MusicOutcome outcome = answer(MusicService::appleMusic);
-    EXPECT_EQ(outcome.text, u"音乐播放器还没有准备好"_qs);
-    EXPECT_EQ(elapsedMs(), MprisPlayerRequest::launchedDeadline.count());
-
-    m_outcomes.clear();
-    m_musicLauncher->result = NetEaseLauncher::Result::failed;
-    outcome = answer(MusicService::appleMusic);
-    EXPECT_EQ(outcome.text, u"无法启动音乐播放器"_qs);
-}
-
 // ---- playlists ----
 
 TEST_F(MprisBackendTest, PlaylistIsActivatedByExactNameAndPlayed) {
@@ -287,18 +253,6 @@ TEST_F(MprisBackendTest, PlaylistIsActivatedByExactNameAndPlayed) {
               (QStringList{u"Set Shuffle true"_qs, u"ActivatePlaylist 晨间"_qs, u"Play"_qs}));
 }
 
-TEST_F(MprisBackendTest, PlaylistNamesAreNeitherTrimmedNorCaseFolded) {
-    auto& player = addPlayer(u"rhythmbox"_qs, true);
-    player.playlists = {{u"Focus"_qs, {u"x"_qs}}};
-    for (const QString& name : {u"focus"_qs, u" Focus"_qs, u"Focus "_qs, u""_qs}) {
-        m_outcomes.clear();
-        const MusicOutcome outcome = answer(MusicService::appleMusic, MusicSource::playlist, name);
-        EXPECT_FALSE(outcome.success);
-        EXPECT_EQ(outcome.text, u"没有找到播放列表“%1”"_qs.arg(name));
-    }
-    EXPECT_TRUE(commandsOf(player).isEmpty());
-}
-
 TEST_F(MprisBackendTest, PlaylistIsLookedForAcrossPlayers) {
     auto& first = addPlayer(u"elisa"_qs, true);
     first.playlists = {{u"Other"_qs, {u"a"_qs}}};
@@ -309,24 +263,6 @@ TEST_F(MprisBackendTest, PlaylistIsLookedForAcrossPlayers) {
     EXPECT_TRUE(outcome.success);
     EXPECT_TRUE(commandsOf(first).isEmpty());
     EXPECT_EQ(second.count(u"ActivatePlaylist Road"_qs), 1);
-}
-
-TEST_F(MprisBackendTest, EmptyPlaylistFails) {
-    auto& player = addPlayer(u"rhythmbox"_qs, true);
-    player.playlists = {{u"空"_qs, {}}};
-    const MusicOutcome outcome = answer(MusicService::appleMusic, MusicSource::playlist, u"空"_qs);
-    EXPECT_FALSE(outcome.success);
-    EXPECT_EQ(outcome.text, u"这个范围里没有可播放的歌曲"_qs);
-    EXPECT_EQ(player.count(u"ActivatePlaylist 空"_qs), 1);
-}
-
-TEST_F(MprisBackendTest, PlayerWithoutPlaylistsSaysSo) {
-    auto& player = addPlayer(u"rhythmbox"_qs, false);
-    const MusicOutcome outcome =
-        answer(MusicService::appleMusic, MusicSource::playlist, u"Road"_qs);
-    EXPECT_FALSE(outcome.success);
-    EXPECT_EQ(outcome.text, u"音乐播放器不支持播放列表"_qs);
-    EXPECT_TRUE(commandsOf(player).isEmpty());
 }
 
 TEST_F(MprisBackendTest, HostilePlaylistNamesMatchExactlyAndNeverBreakACall) {
@@ -385,16 +321,6 @@ TEST_F(MprisBackendTest, NetEaseRunningButNotStartingGetsSixSecondsAndRetriesEve
     EXPECT_EQ(client.count(u"PlayPause"_qs) + client.count(u"Pause"_qs), 0);
 }
 
-TEST_F(MprisBackendTest, NetEaseWithNothingToPlayReportsItIsNotReady) {
-    auto& client = addPlayer(u"netease-cloud-music"_qs);
-    client.canPlay = false;
-    const MusicOutcome outcome = answer(MusicService::netEase);
-    EXPECT_FALSE(outcome.success);
-    EXPECT_EQ(outcome.text, u"网易云音乐还没有准备好"_qs);
-    EXPECT_EQ(elapsedMs(), 6000);
-    EXPECT_TRUE(commandsOf(client).isEmpty());
-}
-
 TEST_F(MprisBackendTest, NetEaseNotRunningIsLaunchedAndStartsOnceOnTheBus) {
     request(MusicService::netEase);
     ASSERT_TRUE(waitUntil([&] { return m_launcher->launches == 1; }));
@@ -412,27 +338,124 @@ TEST_F(MprisBackendTest, NetEaseNotRunningIsLaunchedAndStartsOnceOnTheBus) {
     expectNoSecondAnswer();
 }
 
-TEST_F(MprisBackendTest, NetEaseLaunchedButNeverAppearingGetsTwentyFiveSeconds) {
-    const MusicOutcome outcome = answer(MusicService::netEase);
-    EXPECT_FALSE(outcome.success);
-    EXPECT_EQ(outcome.text, u"网易云音乐还没有准备好"_qs);
-    EXPECT_EQ(elapsedMs(), MprisNetEaseRequest::launchedDeadline.count());
-    EXPECT_EQ(m_launcher->launches, 1);
+// ---- requests that end in one answer of their own ----
+
+using Launch = NetEaseLauncher::Result;
+
+struct OneAnswer {
+    std::string name;
+    QString player{};       ///< bus suffix of the one player on the bus; none: an empty bus
+    bool playlists = false; ///< it exports "Focus" (one track) and "空" (none)
+    bool canPlay = true;
+    Launch musicLaunch = Launch::notInstalled;
+    Launch netEaseLaunch = Launch::launched;
+    MusicService service = MusicService::appleMusic;
+    MusicSource source = MusicSource::library;
+    QString playlist{};
+    bool success = false;
+    QString text{};
+    qint64 elapsedMs = -1;                 ///< virtual time to the answer; -1: any
+    std::optional<QStringList> commands{}; ///< what the player received
+};
+
+class MprisOneAnswer : public MprisBackendTest, public ::testing::WithParamInterface<OneAnswer> {};
+
+TEST_P(MprisOneAnswer, AnswersOnceWithItsText) {
+    const OneAnswer& c = GetParam();
+    m_musicLauncher->result = c.musicLaunch;
+    m_launcher->result = c.netEaseLaunch;
+    FakeMprisPlayer* player = nullptr;
+    if (!c.player.isEmpty()) {
+        player = &addPlayer(c.player, c.playlists);
+        player->canPlay = c.canPlay;
+        player->playlists = {{u"Focus"_qs, {u"x"_qs}}, {u"空"_qs, {}}};
+    }
+    const MusicOutcome outcome = answer(c.service, c.source, c.playlist);
+    EXPECT_EQ(outcome.success, c.success);
+    EXPECT_EQ(outcome.text, c.text);
+    if (c.elapsedMs >= 0) {
+        EXPECT_EQ(elapsedMs(), c.elapsedMs);
+    }
+    if (player && c.commands) {
+        EXPECT_EQ(commandsOf(*player), *c.commands);
+    }
+    expectNoSecondAnswer();
 }
 
-TEST_F(MprisBackendTest, NetEaseNotInstalled) {
-    m_launcher->result = NetEaseLauncher::Result::notInstalled;
-    const MusicOutcome outcome = answer(MusicService::netEase);
-    EXPECT_FALSE(outcome.success);
-    EXPECT_EQ(outcome.text, u"没有找到网易云音乐客户端"_qs);
-    EXPECT_EQ(elapsedMs(), 0);
+std::vector<OneAnswer> oneAnswers() {
+    const auto netEase = MusicService::netEase;
+    const auto playlist = MusicSource::playlist;
+    const QString rhythmbox = u"rhythmbox"_qs, client = u"netease-cloud-music"_qs;
+    const QString noList = u"没有找到播放列表“%1”"_qs;
+    std::vector<OneAnswer> cases{
+        {.name = "LibraryWithoutMetadataSaysItStarted",
+         .player = u"elisa"_qs,
+         .success = true,
+         .text = u"已开始随机播放"_qs},
+        {.name = "EmptyLibraryFailsAtOnce",
+         .player = rhythmbox,
+         .canPlay = false,
+         .text = u"这个范围里没有可播放的歌曲"_qs,
+         .elapsedMs = 0},
+        {.name = "NoPlayerOnTheBus", .text = u"没有找到正在运行的音乐播放器"_qs},
+        {.name = "AStartedPlayerThatNeverAppears",
+         .musicLaunch = Launch::launched,
+         .text = u"音乐播放器还没有准备好"_qs,
+         .elapsedMs = MprisPlayerRequest::launchedDeadline.count()},
+        {.name = "APlayerThatCannotStart",
+         .musicLaunch = Launch::failed,
+         .text = u"无法启动音乐播放器"_qs},
+        {.name = "EmptyPlaylist",
+         .player = rhythmbox,
+         .playlists = true,
+         .source = playlist,
+         .playlist = u"空"_qs,
+         .text = u"这个范围里没有可播放的歌曲"_qs},
+        {.name = "PlayerWithoutPlaylists",
+         .player = rhythmbox,
+         .source = playlist,
+         .playlist = u"Focus"_qs,
+         .text = u"音乐播放器不支持播放列表"_qs,
+         .commands = QStringList{}},
+        {.name = "NetEaseWithNothingToPlay",
+         .player = client,
+         .canPlay = false,
+         .service = netEase,
+         .text = u"网易云音乐还没有准备好"_qs,
+         .elapsedMs = 6000,
+         .commands = QStringList{}},
+        {.name = "NetEaseLaunchedButNeverAppearing",
+         .service = netEase,
+         .text = u"网易云音乐还没有准备好"_qs,
+         .elapsedMs = MprisNetEaseRequest::launchedDeadline.count()},
+        {.name = "NetEaseNotInstalled",
+         .netEaseLaunch = Launch::notInstalled,
+         .service = netEase,
+         .text = u"没有找到网易云音乐客户端"_qs,
+         .elapsedMs = 0},
+        {.name = "NetEaseLaunchFailure",
+         .netEaseLaunch = Launch::failed,
+         .service = netEase,
+         .text = u"无法启动网易云音乐客户端"_qs},
+    };
+    // Playlist names are neither trimmed nor case-folded.
+    const std::pair<const char*, QString> near[] = {{"Lower", u"focus"_qs},
+                                                    {"Leading", u" Focus"_qs},
+                                                    {"Trailing", u"Focus "_qs},
+                                                    {"Empty", {}}};
+    for (const auto& [name, list] : near)
+        cases.push_back({.name = std::string("PlaylistName") + name,
+                         .player = rhythmbox,
+                         .playlists = true,
+                         .source = playlist,
+                         .playlist = list,
+                         .text = noList.arg(list),
+                         .commands = QStringList{}});
+    return cases;
 }
 
-TEST_F(MprisBackendTest, NetEaseLaunchFailure) {
-    m_launcher->result = NetEaseLauncher::Result::failed;
-    const MusicOutcome outcome = answer(MusicService::netEase);
-    EXPECT_EQ(outcome.text, u"无法启动网易云音乐客户端"_qs);
-}
+INSTANTIATE_TEST_SUITE_P(Cases, MprisOneAnswer, ::testing::ValuesIn(oneAnswers()),
+                         [](const auto& info) { return info.param.name; });
 
 // ---- the bus itself ----
 

@@ -64,13 +64,6 @@ void expectDefaultsFallback(const std::optional<PersistedData>& decoded) {
 
 // ---------------------------------------------------------------- other writers' layouts
 
-TEST(DataFileDecoding, ReadsBackWhatItWrote) {
-    const auto decoded = DataFileCodec::decode(fullFile());
-    ASSERT_TRUE(decoded.has_value());
-    EXPECT_EQ(decoded->settings, fullSettings());
-    EXPECT_EQ(decoded->sessions, fullSessions());
-}
-
 TEST(DataFileDecoding, ALeadingByteOrderMarkInATextIsKept) {
     QList<StudySession> sessions = fullSessions();
     sessions[0].note = QStringLiteral("\uFEFF笔记");
@@ -118,20 +111,16 @@ TEST(DataFileDecoding, AcceptsAnyKeyOrderNullOptionalsAndUnknownKeys) {
         "startedAt":"2026-03-05T08:30:00Z","id":"0a1b2c3d-4e5f-4a6b-8c7d-9e0f1a2b3c4d"}]})";
     const auto decoded = DataFileCodec::decode(text);
     ASSERT_TRUE(decoded.has_value());
-    const AppSettings& s = decoded->settings;
-    EXPECT_EQ(s.playlistName, QStringLiteral("a/b"));
-    EXPECT_EQ(s.selectedDurationMinutes, 25);
-    EXPECT_TRUE(s.autoPlayMusic);
-    EXPECT_EQ(s.musicService, std::nullopt);
-    EXPECT_EQ(s.appearanceMode, std::nullopt);
-    EXPECT_EQ(s.floatingTimerOnMinimize, std::nullopt);
-    EXPECT_EQ(s.floatingSignalButtons, std::nullopt);
-    EXPECT_EQ(s.taskNames, std::nullopt);
-    EXPECT_EQ(s.selectedTaskName, std::nullopt);
-    EXPECT_EQ(s.ambientSounds, std::nullopt);
-    EXPECT_EQ(s.ambientVolumes, std::nullopt);
-    EXPECT_EQ(s.ambientMasterVolume, std::nullopt);
-    EXPECT_EQ(s.ambientFollowsFocus, std::nullopt);
+    AppSettings expected = test::withoutOptionals(AppSettings{});
+    expected.playlistName = QStringLiteral("a/b");
+    expected.selectedDurationMinutes = 25;
+    expected.reminderMinimumMinutes = 2;
+    expected.reminderMaximumMinutes = 4;
+    expected.microBreakSeconds = 8;
+    expected.reminderSound = QStringLiteral("Ping");
+    expected.completionSound = QStringLiteral("Glass");
+    expected.autoPlayMusic = true;
+    EXPECT_EQ(decoded->settings, expected);
     ASSERT_EQ(decoded->sessions.size(), 1);
     const StudySession& session = decoded->sessions.first();
     EXPECT_EQ(session.id,
@@ -148,22 +137,18 @@ TEST(DataFileDecoding, AcceptsAnyKeyOrderNullOptionalsAndUnknownKeys) {
 TEST(DataFileDecoding, MissingOptionalKeysReadAsAbsentAndTakeTheirDocumentedValues) {
     QJsonObject root = QJsonDocument::fromJson(fullFile()).object();
     QJsonObject settings = root.value(QStringLiteral("settings")).toObject();
-    for (const char* key :
-         {"musicService", "appearanceMode", "floatingTimerOnMinimize", "floatingSignalButtons",
-          "taskNames", "selectedTaskName", "ambientSounds", "ambientVolumes", "ambientMasterVolume",
-          "ambientFollowsFocus", "pauseNotificationsWhileFocusing", "pauseRoundOnScreenLock"})
+    for (const char* key : test::kOptionalSettingKeys)
         settings.remove(QLatin1String(key));
     root.insert(QStringLiteral("settings"), settings);
     const auto decoded = DataFileCodec::decode(QJsonDocument(root).toJson());
     ASSERT_TRUE(decoded.has_value());
+    EXPECT_EQ(decoded->settings, test::withoutOptionals(fullSettings()));
     const AppSettings& s = decoded->settings;
-    EXPECT_EQ(s.musicService, std::nullopt);
     EXPECT_EQ(s.effectiveMusicService(), MusicService::appleMusic);
     EXPECT_EQ(s.effectiveAppearance(), AppearanceMode::dark);
     EXPECT_TRUE(s.effectiveFloatingTimerOnMinimize());
     EXPECT_FALSE(s.effectiveFloatingSignalButtons());
     EXPECT_TRUE(s.effectiveTaskNames().isEmpty());
-    EXPECT_EQ(s.selectedTaskName, std::nullopt);
     EXPECT_TRUE(s.selectedAmbientSounds().isEmpty());
     EXPECT_EQ(s.ambientVolume(AmbientSound::rain), 0.7);
     EXPECT_EQ(s.effectiveMasterVolume(), 0.7);
@@ -315,15 +300,12 @@ INSTANTIATE_TEST_SUITE_P(
     WrongTypes, MalformedFile,
     ::testing::Values(
         setting("durationAsString", "selectedDurationMinutes", QStringLiteral("50")),
-        setting("durationAsBool", "selectedDurationMinutes", true),
         setting("showNextReminderAsNumber", "showNextReminder", 1),
         setting("reminderSoundAsNumber", "reminderSound", 5),
-        setting("playlistNameAsArray", "playlistName", QJsonArray{QStringLiteral("a")}),
         setting("taskNamesAsString", "taskNames", QStringLiteral("写作")),
         setting("taskNamesWithNumber", "taskNames", QJsonArray{QStringLiteral("写作"), 1}),
         setting("taskNamesWithNull", "taskNames", QJsonArray{QJsonValue::Null}),
         setting("selectedTaskNameAsNumber", "selectedTaskName", 3),
-        setting("ambientSoundsAsObject", "ambientSounds", QJsonObject{}),
         setting("ambientVolumesAsArray", "ambientVolumes", QJsonArray{0.5}),
         setting("ambientVolumeAsString", "ambientVolumes",
                 QJsonObject{{QStringLiteral("rain"), QStringLiteral("loud")}}),
@@ -331,8 +313,6 @@ INSTANTIATE_TEST_SUITE_P(
                 QJsonObject{{QStringLiteral("rain"), QJsonValue::Null}}),
         setting("masterVolumeAsString", "ambientMasterVolume", QStringLiteral("0.7")),
         setting("followsFocusAsString", "ambientFollowsFocus", QStringLiteral("true")),
-        setting("floatingTimerAsNumber", "floatingTimerOnMinimize", 0),
-        setting("screenLockPauseAsString", "pauseRoundOnScreenLock", QStringLiteral("false")),
         Malformed{"settingsAsArray", {QStringLiteral("settings")}, QJsonArray{}},
         Malformed{"sessionsAsObject", {QStringLiteral("sessions")}, QJsonObject{}},
         Malformed{"sessionAsArray", {QStringLiteral("sessions"), 0}, QJsonArray{}},
@@ -341,27 +321,17 @@ INSTANTIATE_TEST_SUITE_P(
         Malformed{"eventAsString",
                   {QStringLiteral("sessions"), 0, QStringLiteral("events"), 0},
                   QStringLiteral("reminder")},
-        session("completedAsString", "completed", QStringLiteral("true")),
-        session("noteAsNumber", "note", 0), session("taskNameAsNumber", "taskName", 5),
-        session("taskNameAsBool", "taskName", false), session("idAsNumber", "id", 5),
-        session("startedAtAsNumber", "startedAt", 1741163400),
-        session("plannedMinutesAsFraction", "plannedMinutes", 1.5),
-        event("elapsedSecondsAsFraction", "elapsedSeconds", 0.25),
-        event("elapsedSecondsAsString", "elapsedSeconds", QStringLiteral("60"))),
+        session("idAsNumber", "id", 5), session("startedAtAsNumber", "startedAt", 1741163400),
+        session("plannedMinutesAsFraction", "plannedMinutes", 1.5)),
     [](const auto& info) { return info.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(
     Enumerations, MalformedFile,
     ::testing::Values(event("kindWithCapital", "kind", QStringLiteral("Reminder")),
-                      event("kindMindwander", "kind", QStringLiteral("mindwander")),
-                      event("kindEmpty", "kind", QString()),
-                      event("kindUnknown", "kind", QStringLiteral("microBreak")),
                       setting("musicServiceUnknown", "musicService", QStringLiteral("Spotify")),
-                      setting("musicServiceCase", "musicService", QStringLiteral("apple music")),
                       setting("musicServiceCaseName", "musicService", QStringLiteral("appleMusic")),
                       setting("musicSourceCaseName", "musicSource", QStringLiteral("library")),
-                      setting("appearanceCapital", "appearanceMode", QStringLiteral("Dark")),
-                      setting("appearanceSystem", "appearanceMode", QStringLiteral("system"))),
+                      setting("appearanceCapital", "appearanceMode", QStringLiteral("Dark"))),
     [](const auto& info) { return info.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(

@@ -148,17 +148,6 @@ TEST(DataFileEncoding, SmallFileHasExactlyTheseBytes) {
     EXPECT_EQ(bytes.toStdString(), std::string(kSampleFile));
 }
 
-TEST(DataFileEncoding, SameDataGivesByteIdenticalFiles) {
-    const QByteArray first = DataFileCodec::encode(sampleSettings(), sampleSessions());
-    const QByteArray second = DataFileCodec::encode(sampleSettings(), sampleSessions());
-    EXPECT_EQ(first, second);
-    // Equal maps built in another insertion order write the same bytes too.
-    AppSettings reordered = sampleSettings();
-    reordered.ambientVolumes = std::map<QString, double>{{QStringLiteral("brownNoise"), 0.25},
-                                                         {QStringLiteral("rain"), 0.7}};
-    EXPECT_EQ(DataFileCodec::encode(reordered, sampleSessions()), first);
-}
-
 TEST(DataFileEncoding, EmptyHistoryWithDefaultSettings) {
     const QByteArray bytes = DataFileCodec::encode(AppSettings{}, {});
     EXPECT_TRUE(bytes.startsWith("{\n  \"sessions\" : [],\n  \"settings\" : {\n"));
@@ -168,75 +157,6 @@ TEST(DataFileEncoding, EmptyHistoryWithDefaultSettings) {
     EXPECT_TRUE(bytes.contains("\n    \"taskNames\" : []\n  }\n}"));
     EXPECT_FALSE(bytes.contains("selectedTaskName"));
 }
-
-// ---------------------------------------------------------------- key order, scanned
-
-// Walks JSON text and reports every object whose keys are not strictly ascending.
-class KeyOrderScanner {
-public:
-    explicit KeyOrderScanner(QByteArray text) : m_text(std::move(text)) {}
-
-    QStringList problems() {
-        value();
-        return m_problems;
-    }
-    int objectsSeen() const { return m_objects; }
-
-private:
-    void skipSpace() {
-        while (m_pos < m_text.size() && QByteArrayView(" \n\r\t").contains(m_text[m_pos]))
-            ++m_pos;
-    }
-    QString string() {
-        const qsizetype start = ++m_pos; // opening quote
-        while (m_text[m_pos] != '"')
-            m_pos += m_text[m_pos] == '\\' ? 2 : 1;
-        return QString::fromUtf8(m_text.mid(start, m_pos++ - start));
-    }
-    void value() {
-        skipSpace();
-        const char c = m_text[m_pos];
-        if (c == '{') {
-            ++m_objects;
-            ++m_pos;
-            QString previous;
-            bool first = true;
-            for (skipSpace(); m_text[m_pos] != '}'; skipSpace()) {
-                if (m_text[m_pos] == ',') {
-                    ++m_pos;
-                    skipSpace();
-                }
-                const QString key = string();
-                if (!first && !(previous < key))
-                    m_problems << previous + QStringLiteral(" before ") + key;
-                previous = key;
-                first = false;
-                skipSpace();
-                ++m_pos; // colon
-                value();
-            }
-            ++m_pos;
-        } else if (c == '[') {
-            ++m_pos;
-            for (skipSpace(); m_text[m_pos] != ']'; skipSpace()) {
-                if (m_text[m_pos] == ',')
-                    ++m_pos;
-                value();
-            }
-            ++m_pos;
-        } else if (c == '"') {
-            string();
-        } else {
-            while (m_pos < m_text.size() && !QByteArrayView(",]}\n ").contains(m_text[m_pos]))
-                ++m_pos;
-        }
-    }
-
-    const QByteArray m_text;
-    qsizetype m_pos = 0;
-    QStringList m_problems;
-    int m_objects = 0;
-};
 
 AppSettings everyOptionalPresent() {
     AppSettings s = sampleSettings();
@@ -252,43 +172,36 @@ AppSettings everyOptionalPresent() {
     return s;
 }
 
-TEST(DataFileEncoding, KeysAscendAtEveryLevel) {
+// Each member on a line of its own, and every object's keys in ascending order.
+TEST(DataFileEncoding, KeysAscendAtEveryLevelOneMemberPerLine) {
     QList<StudySession> sessions = sampleSessions();
-    for (int i = 0; i < 5; ++i)
-        sessions << sessions.first();
-    KeyOrderScanner scanner(DataFileCodec::encode(everyOptionalPresent(), sessions));
-    EXPECT_EQ(scanner.problems(), QStringList{});
-    // root, seven sessions, their events, settings and the volume map
-    EXPECT_EQ(scanner.objectsSeen(), 1 + 7 + 6 * 2 + 1 + 1);
-}
-
-TEST(DataFileEncoding, OneMemberPerLine) {
-    const QByteArray bytes = DataFileCodec::encode(everyOptionalPresent(), sampleSessions());
-    for (const QByteArray& line : bytes.split('\n'))
-        EXPECT_LE(line.count("\" : "), 1) << line.toStdString();
+    sessions << sessions.first();
+    const QByteArray bytes = DataFileCodec::encode(everyOptionalPresent(), sessions);
     EXPECT_FALSE(bytes.endsWith('\n'));
+    QStringList lastKey{QString()}; // one per open object or array
+    int keys = 0;
+    for (const QByteArray& line : bytes.split('\n')) {
+        const QByteArray text = line.trimmed();
+        EXPECT_LE(line.count("\" : "), 1) << line.toStdString();
+        if (text.startsWith('}') || text.startsWith(']'))
+            lastKey.removeLast();
+        if (const qsizetype colon = text.indexOf("\" : "); text.startsWith('"') && colon > 0) {
+            const QString key = QString::fromUtf8(text.mid(1, colon - 1));
+            EXPECT_LT(lastKey.last(), key) << "in " << line.toStdString();
+            lastKey.last() = key;
+            ++keys;
+        }
+        if (text.endsWith('{') || text.endsWith('['))
+            lastKey << QString();
+    }
+    EXPECT_EQ(lastKey, QStringList{QString()});
+    EXPECT_GT(keys, 70);
 }
 
 TEST(DataFileEncoding, EveryOptionalKeyIsWrittenWhenPresentAndOmittedWhenAbsent) {
     const QByteArray full = DataFileCodec::encode(everyOptionalPresent(), sampleSessions());
-    AppSettings bare = everyOptionalPresent();
-    bare.musicService.reset();
-    bare.appearanceMode.reset();
-    bare.floatingTimerOnMinimize.reset();
-    bare.floatingSignalButtons.reset();
-    bare.taskNames.reset();
-    bare.selectedTaskName.reset();
-    bare.ambientSounds.reset();
-    bare.ambientVolumes.reset();
-    bare.ambientMasterVolume.reset();
-    bare.ambientFollowsFocus.reset();
-    bare.pauseNotificationsWhileFocusing.reset();
-    bare.pauseRoundOnScreenLock.reset();
-    const QByteArray stripped = DataFileCodec::encode(bare, {});
-    for (const char* key :
-         {"musicService", "appearanceMode", "floatingTimerOnMinimize", "floatingSignalButtons",
-          "taskNames", "selectedTaskName", "ambientSounds", "ambientVolumes", "ambientMasterVolume",
-          "ambientFollowsFocus", "pauseNotificationsWhileFocusing", "pauseRoundOnScreenLock"}) {
+    const QByteArray stripped = DataFileCodec::encode(test::withoutOptionals(AppSettings{}), {});
+    for (const char* key : test::kOptionalSettingKeys) {
         const QByteArray quoted = QByteArray("\"") + key + "\" : ";
         EXPECT_TRUE(full.contains(quoted)) << key;
         EXPECT_FALSE(stripped.contains(quoted)) << key;
@@ -339,16 +252,18 @@ TEST(DataFileEncoding, NumbersJsonCannotHoldAreLeftOutSoTheFileStaysReadable) {
               (std::map<QString, double>{{QStringLiteral("wind"), 0.5}}));
 }
 
-TEST(DataFileDates, AreUtcWholeSecondsWithZ) {
-    EXPECT_EQ(DataFileCodec::formatDate(utc(2026, 3, 5, 8, 30)), "2026-03-05T08:30:00Z");
-    EXPECT_EQ(DataFileCodec::formatDate(utc(2026, 3, 5, 8, 30, 59, 999)), "2026-03-05T08:30:59Z");
+TEST(DataFileDates, AreUtcWholeSecondsWithZAndFourDigitYears) {
     const QTimeZone shanghai(QByteArrayLiteral("Asia/Shanghai"));
-    EXPECT_EQ(DataFileCodec::formatDate(QDateTime(QDate(2026, 1, 1), QTime(7, 5, 9), shanghai)),
-              "2025-12-31T23:05:09Z");
-    EXPECT_EQ(DataFileCodec::formatDate(QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::LocalTime)),
-              "2025-12-31T16:00:00Z");
-    EXPECT_EQ(DataFileCodec::formatDate(utc(1969, 12, 31, 23, 59, 59, 500)),
-              "1969-12-31T23:59:59Z");
+    const std::pair<QDateTime, const char*> cases[] = {
+        {utc(2026, 3, 5, 8, 30, 59, 999), "2026-03-05T08:30:59Z"},
+        {QDateTime(QDate(2026, 1, 1), QTime(7, 5, 9), shanghai), "2025-12-31T23:05:09Z"},
+        {QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::LocalTime), "2025-12-31T16:00:00Z"},
+        {utc(1969, 12, 31, 23, 59, 59, 500), "1969-12-31T23:59:59Z"},
+        {utc(1, 1, 1, 0, 0), "0001-01-01T00:00:00Z"},
+        {utc(9999, 12, 31, 23, 59, 59), "9999-12-31T23:59:59Z"},
+        {utc(2000, 2, 29, 12, 0), "2000-02-29T12:00:00Z"}};
+    for (const auto& [date, text] : cases)
+        EXPECT_EQ(DataFileCodec::formatDate(date), text);
 }
 
 TEST(DataFileDates, AnUnsetDateStillWritesAReadableFile) {
@@ -361,13 +276,6 @@ TEST(DataFileDates, AnUnsetDateStillWritesAReadableFile) {
     EXPECT_EQ(decoded->sessions.first().startedAt, QDateTime::fromSecsSinceEpoch(0, Qt::UTC));
     EXPECT_EQ(decoded->sessions.first().events.first().date,
               QDateTime::fromSecsSinceEpoch(0, Qt::UTC));
-}
-
-TEST(DataFileDates, FarDatesKeepFourDigitYears) {
-    EXPECT_EQ(DataFileCodec::formatDate(utc(1, 1, 1, 0, 0)), "0001-01-01T00:00:00Z");
-    EXPECT_EQ(DataFileCodec::formatDate(utc(9999, 12, 31, 23, 59, 59)), "9999-12-31T23:59:59Z");
-    EXPECT_EQ(DataFileCodec::formatDate(utc(2000, 2, 29, 12, 0)), "2000-02-29T12:00:00Z");
-    EXPECT_EQ(DataFileCodec::formatDate(utc(2100, 3, 1, 0, 0)), "2100-03-01T00:00:00Z");
 }
 
 TEST(DataFileStrings, NonAsciiIsWrittenAsUtf8AndControlsAreEscaped) {

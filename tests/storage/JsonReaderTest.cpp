@@ -2,7 +2,6 @@
 #include "storage/DataFileCodec.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 namespace quill {
 namespace {
@@ -113,54 +112,6 @@ TEST(JsonReader, KeysWithEscapesMatchTheirPlainSpelling) {
     text.replace("\"sessions\" : []", "\"sessio\\u006es\" : []");
     text.replace("\"playlistName\"", "\"playlist\\u004eame\"");
     EXPECT_TRUE(DataFileCodec::decode(text).has_value());
-}
-
-TEST(JsonReader, DamagedFilesNeverCrashAndWhatLoadsIsStable) {
-    StudySession s;
-    s.id = QUuid::fromString(QStringLiteral("0A1B2C3D-4E5F-4A6B-8C7D-9E0F1A2B3C4D"));
-    s.startedAt = QDateTime(QDate(2026, 3, 5), QTime(8, 30), Qt::UTC);
-    s.endedAt = s.startedAt.addSecs(1500);
-    s.taskName = QStringLiteral("写作 😀");
-    s.note = QStringLiteral("a \"b\" / c");
-    s.events = {
-        FocusEvent{QUuid::fromString(QStringLiteral("11111111-2222-3333-4444-555555555555")),
-                   s.startedAt.addSecs(60), 60, FocusEventKind::mindWander}};
-    AppSettings settings;
-    settings.ambientVolumes = std::map<QString, double>{{QStringLiteral("rain"), 0.5}};
-    const QByteArray valid = DataFileCodec::encode(settings, {s, s});
-    std::mt19937 rng(7);
-    const char alphabet[] = "{}[]\",:0123456789.eE+-tfnul\\ \n\x80\xff\xe4";
-    for (int round = 0; round < 3000; ++round) {
-        QByteArray text = valid;
-        const int edits = 1 + int(rng() % 3);
-        for (int e = 0; e < edits; ++e) {
-            const qsizetype at = qsizetype(rng() % quint32(text.size()));
-            switch (rng() % 4) {
-            case 0:
-                text[at] = alphabet[rng() % (sizeof alphabet - 1)];
-                break;
-            case 1:
-                text.remove(at, 1 + qsizetype(rng() % 8));
-                break;
-            case 2:
-                text.insert(at, alphabet[rng() % (sizeof alphabet - 1)]);
-                break;
-            default:
-                text.truncate(at);
-                break;
-            }
-            if (text.isEmpty())
-                break;
-        }
-        const auto decoded = DataFileCodec::decode(text);
-        if (!decoded)
-            continue;
-        const QByteArray again = DataFileCodec::encode(decoded->settings, decoded->sessions);
-        const auto reread = DataFileCodec::decode(again);
-        ASSERT_TRUE(reread.has_value()) << text.toStdString();
-        EXPECT_EQ(reread->settings, decoded->settings);
-        EXPECT_EQ(reread->sessions, decoded->sessions);
-    }
 }
 
 } // namespace

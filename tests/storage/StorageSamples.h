@@ -8,7 +8,6 @@
 #include <QDateTime>
 #include <QStringList>
 #include <QTimeZone>
-#include <ostream>
 
 namespace quill::test {
 
@@ -29,9 +28,35 @@ inline StudySession plainSession(const char* uuid, const QDateTime& start) {
     return s;
 }
 
-} // namespace quill::test
+/// The settings keys a data file may leave out.
+inline constexpr const char* kOptionalSettingKeys[] = {"musicService",
+                                                       "appearanceMode",
+                                                       "floatingTimerOnMinimize",
+                                                       "floatingSignalButtons",
+                                                       "taskNames",
+                                                       "selectedTaskName",
+                                                       "ambientSounds",
+                                                       "ambientVolumes",
+                                                       "ambientMasterVolume",
+                                                       "ambientFollowsFocus",
+                                                       "pauseNotificationsWhileFocusing",
+                                                       "pauseRoundOnScreenLock"};
 
-// Readable failure messages for Qt strings.
-inline void PrintTo(const QString& s, std::ostream* os) {
-    *os << '"' << s.toStdString() << '"';
+/// `s` with every optional setting absent, as a file that leaves them all out reads.
+inline AppSettings withoutOptionals(AppSettings s) {
+    s.musicService.reset();
+    s.appearanceMode.reset();
+    s.floatingTimerOnMinimize.reset();
+    s.floatingSignalButtons.reset();
+    s.taskNames.reset();
+    s.selectedTaskName.reset();
+    s.ambientSounds.reset();
+    s.ambientVolumes.reset();
+    s.ambientMasterVolume.reset();
+    s.ambientFollowsFocus.reset();
+    s.pauseNotificationsWhileFocusing.reset();
+    s.pauseRoundOnScreenLock.reset();
+    return s;
 }
+
+} // namespace quill::test

@@ -1,7 +1,7 @@
 // The step's local date and hour: exact at hour and day boundaries, and never stale for
 // longer than a minute after the zone or the clock changes.
 #include "store/LocalTimeCache.h"
-#include "../model/ScopedTimeZone.h"
+#include "support/ScopedTimeZone.h"
 
 #include <gtest/gtest.h>
 

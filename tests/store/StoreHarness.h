@@ -43,9 +43,7 @@ protected:
         writeDataFile(DataFileCodec::encode(settings, sessions));
     }
     void updateSettings(const std::function<void(AppSettings&)>& change) {
-        AppSettings s = store->settings();
-        change(s);
-        store->setSettings(s);
+        store->editSettings(change);
     }
     /// Settings with a fixed reminder range and break, written before the store starts.
     void startWith(qint64 reminderMin, qint64 reminderMax, qint64 breakSeconds) {

@@ -8,12 +8,6 @@ namespace {
 
 class StartupTest : public StoreTest {};
 
-QStringList capturedWarnings;
-void captureWarnings(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    if (type == QtWarningMsg)
-        capturedWarnings << message;
-}
-
 TEST_F(StartupTest, NoFileGivesDefaultsAndWritesNothing) {
     createStore();
     EXPECT_EQ(store->settings(), AppSettings{});
@@ -36,33 +30,18 @@ TEST_F(StartupTest, SessionsAreOrderedNewestFirstStably) {
     EXPECT_EQ(store->sessions()[3].id, a.id);
 }
 
-TEST_F(StartupTest, ARepairAtStartUpReachesTheFile250msLater) {
+TEST_F(StartupTest, ARepairAtStartUpHoldsAtOnceAndReachesTheFile250msLater) {
     AppSettings s;
-    s.selectedDurationMinutes = 0;
+    s.selectedDurationMinutes = std::numeric_limits<qint64>::max();
     s.taskNames = QList<QString>{QStringLiteral("  Math "), QStringLiteral("math")};
     writeData(s);
     createStore();
-    EXPECT_EQ(store->settings().selectedDurationMinutes, 1);
-    advanceMs(250);
-    const PersistedData saved = readDataFile();
-    EXPECT_EQ(saved.settings.selectedDurationMinutes, 1);
-    EXPECT_EQ(saved.settings.taskNames, QList<QString>{QStringLiteral("Math")});
-}
-
-TEST_F(StartupTest, HugeAndNegativeNumbersLoadAndAreRepaired) {
-    AppSettings s;
-    s.selectedDurationMinutes = std::numeric_limits<qint64>::max();
-    s.reminderMinimumMinutes = std::numeric_limits<qint64>::min();
-    s.reminderMaximumMinutes = -5;
-    s.microBreakSeconds = std::numeric_limits<qint64>::max();
-    writeData(s);
-    createStore();
-    EXPECT_EQ(store->settings().selectedDurationMinutes, 1440);
-    EXPECT_EQ(store->settings().reminderMinimumMinutes, 1);
-    EXPECT_EQ(store->settings().reminderMaximumMinutes, 1);
-    EXPECT_EQ(store->settings().microBreakSeconds, 60);
     store->startSession(std::nullopt);
     EXPECT_EQ(store->remainingSeconds(), 1440 * 60);
+    advanceMs(250);
+    const PersistedData saved = readDataFile();
+    EXPECT_EQ(saved.settings.selectedDurationMinutes, 1440);
+    EXPECT_EQ(saved.settings.taskNames, QList<QString>{QStringLiteral("Math")});
 }
 
 TEST_F(StartupTest, AnUnreadableFileIsKeptBesideTheNewOne) {
@@ -98,14 +77,14 @@ TEST_F(StartupTest, AFailedReviewSaveIsNeverConfirmedAndQuittingKeepsACopy) {
     advanceSeconds(61);
     ASSERT_TRUE(store->lastSaveFailed()) << "an earlier save failed and said so";
 
-    capturedWarnings.clear();
-    const auto previous = qInstallMessageHandler(captureWarnings);
+    auto catcher = std::make_unique<WarningCatcher>();
     store->saveCompletion(4, 4, QStringLiteral("note"));
     advanceMs(0);
-    qInstallMessageHandler(previous);
+    const QStringList warnings = catcher->warnings;
+    catcher.reset();
 
-    ASSERT_EQ(capturedWarnings.size(), 1);
-    EXPECT_TRUE(capturedWarnings[0].startsWith(QStringLiteral("Quillmere save failed: ")));
+    ASSERT_EQ(warnings.size(), 1);
+    EXPECT_TRUE(warnings[0].startsWith(QStringLiteral("Quillmere save failed: ")));
     EXPECT_EQ(store->sessions().size(), 1) << "the session stays in memory";
     EXPECT_EQ(store->toastMessageText(), QStringLiteral("无法保存专注记录：Not a directory"))
         << "told again, though a failure was shown before";
@@ -138,14 +117,12 @@ TEST_F(StartupTest, AFailedReviewSaveIsNeverConfirmedAndQuittingKeepsACopy) {
 TEST_F(StartupTest, NoDataLocationRunsInMemory) {
     fakes.data->setDirectory(QString());
     createStore();
-    capturedWarnings.clear();
-    const auto previous = qInstallMessageHandler(captureWarnings);
+    WarningCatcher catcher;
     store->startSession(1);
     advanceSeconds(61);
     store->saveCompletion(4, 4, QString());
-    qInstallMessageHandler(previous);
     EXPECT_EQ(store->sessions().size(), 1);
-    EXPECT_EQ(capturedWarnings.size(), 2) << "one line per failed save (settings, then session)";
+    EXPECT_EQ(catcher.warnings.size(), 2) << "one line per failed save (settings, then session)";
 }
 
 } // namespace

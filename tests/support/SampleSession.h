@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 #include <QUuid>
+#include <ostream>
 
 namespace quill::test {
 
@@ -29,3 +30,8 @@ inline StudySession sampleSession(const QDateTime& start, qint64 focusedSeconds 
 }
 
 } // namespace quill::test
+
+// Readable failure messages for Qt strings.
+inline void PrintTo(const QString& s, std::ostream* os) {
+    *os << '"' << s.toStdString() << '"';
+}

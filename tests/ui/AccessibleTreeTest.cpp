@@ -1,4 +1,5 @@
 #include "UiHarness.h"
+#include "ui/shell/FloatingTimerController.h"
 #include "ui/theme/Symbols.h"
 
 #include <QAccessible>
@@ -149,8 +150,13 @@ private:
         static const QRegularExpression chinese(QStringLiteral("[\\x{4e00}-\\x{9fff}]"));
         for (QAccessibleInterface* node : tree.nodes()) {
             auto* item = qobject_cast<QQuickItem*>(node->object());
-            if (isControl(node->role()) && !chinese.match(node->text(QAccessible::Name)).hasMatch())
+            if (!isControl(node->role()))
+                continue;
+            if (!chinese.match(node->text(QAccessible::Name)).hasMatch())
                 fail(QStringLiteral("a control without a name: ") + describe(item));
+            // Dimmed and deaf to clicks, itself or through what holds it: a reader must say so.
+            if (item && !item->isEnabled() && !node->state().disabled)
+                fail(QStringLiteral("said to be enabled while disabled: ") + keyOf(node));
         }
     }
 
@@ -211,16 +217,17 @@ protected:
         return out;
     }
 
-    // Reaches a section by pressing its sidebar row through the accessible action.
-    static void pressSection(UiHarness& ui, const QString& key) {
-        QQuickItem* row = ui.item(QStringLiteral("sidebar.section.") + key);
-        ASSERT_TRUE(row);
-        QAccessibleInterface* node = QAccessible::queryAccessibleInterface(row);
+    // Presses a control through its accessible action, as a screen reader does.
+    static void pressThrough(UiHarness& ui, QQuickItem* item) {
+        QAccessibleInterface* node = item ? QAccessible::queryAccessibleInterface(item) : nullptr;
         ASSERT_TRUE(node && node->actionInterface());
         node->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         ui.settle();
-        EXPECT_TRUE(ui.isShown(key == QLatin1String("focus") ? QStringLiteral("focusScreen")
-                                                             : key + QStringLiteral("Screen")))
+    }
+
+    static void pressSection(UiHarness& ui, const QString& key) {
+        pressThrough(ui, ui.item(QStringLiteral("sidebar.section.") + key));
+        EXPECT_TRUE(ui.isShown(key + QStringLiteral("Screen")))
             << "pressing the sidebar row " << key.toStdString() << " did not show its screen";
     }
 };
@@ -255,14 +262,55 @@ TEST_F(AccessibleTreeTest, EveryScreenReadsAndPressesLikeItIsSeenAndClicked) {
     EXPECT_TRUE(failures.isEmpty()) << report(failures);
 }
 
-TEST_F(AccessibleTreeTest, TheTrayPanelReadsAndPressesLikeItIsSeenAndClicked) {
-    UiHarness ui(seedSessions(someHistory()));
-    QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+// The windows beside the main one: the tray panel and the floating timer of a round the
+// main window was closed on.
+TEST_F(AccessibleTreeTest, TheSmallWindowsReadAndPressLikeTheyAreSeenAndClicked) {
+    QStringList failures;
+    {
+        UiHarness ui(seedSessions(someHistory()));
+        QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+        ui.settle();
+        ASSERT_TRUE(ui.trayPanel() && ui.trayPanel()->isVisible());
+        Crawl crawl(ui, ui.trayPanel());
+        crawl.run();
+        failures << crawl.failures;
+    }
+    UiHarness ui;
+    ui.store().editSettings([](AppSettings& settings) { settings.floatingSignalButtons = true; });
+    ui.store().startSession();
+    ui.window()->hide();
     ui.settle();
-    ASSERT_TRUE(ui.trayPanel() && ui.trayPanel()->isVisible());
-    Crawl crawl(ui, ui.trayPanel());
+    const auto* floating =
+        ui.window()->findChild<FloatingTimerController*>(QStringLiteral("floatingTimerController"));
+    QQuickWindow* panel = floating ? floating->panel() : nullptr;
+    ASSERT_TRUE(panel && panel->isVisible());
+    Crawl crawl(ui, panel);
+    crawl.skipped = {QStringLiteral("floatingTimer.restore")}; // closes the window: pressed last
     crawl.run();
-    EXPECT_TRUE(crawl.failures.isEmpty()) << report(crawl.failures);
+    failures << crawl.failures;
+    EXPECT_EQ(ui.store().currentEventCount(), 4) << "wander, fatigue, pause, resume";
+    pressThrough(ui, ui.item(QStringLiteral("floatingTimer.restore"), panel));
+    EXPECT_TRUE(ui.window()->isVisible());
+    EXPECT_TRUE(failures.isEmpty()) << report(failures);
+}
+
+// A reader's highlight and magnifier take extents in screen pixels, whatever Qt's scale
+// (run here at 1 and again at 2).
+TEST_F(AccessibleTreeTest, ExtentsAreInScreenPixels) {
+    UiHarness ui;
+    const qreal scale = ui.window()->devicePixelRatio();
+    const QRect window = QAccessible::queryAccessibleInterface(ui.window())->rect();
+    EXPECT_EQ(window.size(), ui.window()->size() * scale);
+    for (const char* name : {"focus.primary", "sidebar.section.settings"}) {
+        QQuickItem* item = ui.item(QString::fromLatin1(name));
+        QAccessibleInterface* node = QAccessible::queryAccessibleInterface(item);
+        const QRect rect = node->rect();
+        EXPECT_FALSE(node->state().offscreen) << name;
+        const QPointF offset = item->mapToScene({0, 0}) * scale;
+        EXPECT_NEAR(rect.x() - window.x(), offset.x(), scale) << name;
+        EXPECT_NEAR(rect.y() - window.y(), offset.y(), scale) << name;
+        EXPECT_EQ(rect.size(), (item->size() * scale).toSize()) << name;
+    }
 }
 
 } // namespace

@@ -11,9 +11,8 @@ namespace {
 
 class AmbientCardTest : public ViewModelTest {
 protected:
-    AmbientCardViewModel vm;
+    AmbientCardViewModel vm{*store};
     AmbientTileModel* tiles = vm.tiles();
-    void SetUp() override { vm.setStore(store.get()); }
     QVariant tile(int row, int role) const { return tiles->data(tiles->index(row), role); }
 };
 

@@ -10,8 +10,7 @@ namespace {
 
 class CompletionViewModelTest : public ViewModelTest {
 protected:
-    CompletionViewModel vm;
-    void SetUp() override { vm.setStore(store.get()); }
+    CompletionViewModel vm{*store};
     void endRound(qint64 focusMs) {
         start(3600);
         advance(focusMs);
@@ -21,7 +20,6 @@ protected:
 
 TEST_F(CompletionViewModelTest, TheSummaryShowsWholeMinutesAndCounts) {
     start(180);
-    vm.setStore(store.get());
     store->recordMindWander();
     fakes.random->script.push_back(3600);
     advance(200'000);

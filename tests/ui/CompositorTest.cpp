@@ -1,8 +1,8 @@
 // The real app under a real compositor: KWin (Plasma's compositor) started headless for this
 // executable, with a throwaway home, a private session bus and a second private bus standing
 // in for the system bus. Windows are read and minimised through KWin's own scripting, the
-// app is pressed through its accessibility interface, and a stand-in notification server
-// answers on the session bus. Skipped when KWin is not installed.
+// app is pressed through its accessibility interface, and stand-ins for the notification
+// server and the tray host answer on the session bus. Skipped when KWin is not installed.
 #include "FakeNotificationServer.h"
 #include "music/PrivateBus.h"
 
@@ -22,10 +22,12 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <gtest/gtest.h>
 
 #include <csignal>
 #include <memory>
+#include <mutex>
 #include <sys/prctl.h>
 
 using namespace quill::test;
@@ -35,6 +37,7 @@ namespace {
 constexpr int kWaitMs = 30000; // a software-rendering compositor on a loaded machine
 const QString kMainTitle = QStringLiteral("Quillmere");
 const QString kPanelTitle = QStringLiteral("Quillmere倒计时");
+const QString kTrayPanelTitle = QStringLiteral("Quillmere托盘面板");
 
 /// Receives what the test's KWin scripts report back over the bus.
 class ScriptProbe : public QObject {
@@ -50,6 +53,36 @@ public Q_SLOTS:
         last = json;
         ++reports;
     }
+};
+
+/// The tray host's registry, as Plasma's kded runs it. Qt asks it synchronously from the
+/// app's UI thread, so it answers from a thread of its own: the test's thread may itself be
+/// waiting on the app just then.
+class StatusNotifierWatcher : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered READ hostRegistered)
+    Q_PROPERTY(int ProtocolVersion READ protocolVersion)
+    Q_PROPERTY(QStringList RegisteredStatusNotifierItems READ items)
+
+public:
+    bool hostRegistered() const { return true; }
+    int protocolVersion() const { return 0; }
+    QStringList items() const {
+        std::lock_guard lock(m_mutex);
+        return m_items;
+    }
+
+public Q_SLOTS:
+    void RegisterStatusNotifierItem(const QString& service) {
+        std::lock_guard lock(m_mutex);
+        m_items << service;
+    }
+    void RegisterStatusNotifierHost(const QString&) {}
+
+private:
+    mutable std::mutex m_mutex;
+    QStringList m_items;
 };
 
 void dieWithTest(QProcess& p) {
@@ -74,6 +107,7 @@ public:
     QDBusConnection bus{QString()};
     FakeNotificationServer notifications;
     ScriptProbe probe;
+    StatusNotifierWatcher tray;
 
     bool start() {
         const QString kwin = QStandardPaths::findExecutable(QStringLiteral("kwin_wayland"));
@@ -115,6 +149,14 @@ public:
                            QDBusConnection::ExportAllSlots);
         bus.registerService(QStringLiteral("org.quillmere.TestProbe"));
         bus.registerObject(QStringLiteral("/"), &probe, QDBusConnection::ExportAllSlots);
+        trayThread.start();
+        tray.moveToThread(&trayThread);
+        QDBusConnection trayBus =
+            QDBusConnection::connectToBus(session.address(), QStringLiteral("kwin-tray"));
+        trayBus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher"));
+        trayBus.registerObject(QStringLiteral("/StatusNotifierWatcher"), &tray,
+                               QDBusConnection::ExportAllSlots |
+                                   QDBusConnection::ExportAllProperties);
 
         // The screen reader's bus, which the app's accessibility bridge joins.
         atspi.setProcessEnvironment(env);
@@ -161,6 +203,9 @@ public:
     ~KWinSession() {
         stop(kwin_);
         stop(atspi);
+        QDBusConnection::disconnectFromBus(QStringLiteral("kwin-tray"));
+        trayThread.quit();
+        trayThread.wait();
         QDBusConnection::disconnectFromBus(QStringLiteral("kwin-session"));
         QDBusConnection::disconnectFromBus(QStringLiteral("kwin-a11y"));
     }
@@ -258,6 +303,71 @@ public:
         return a11y.call(call, QDBus::Block, 10000).type() == QDBusMessage::ReplyMessage;
     }
 
+    /// Clicks the tray item the app registered, as the desktop's tray does.
+    bool clickTrayItem() {
+        const QStringList items = tray.items();
+        if (items.isEmpty())
+            return false;
+        QDBusMessage click = QDBusMessage::createMethodCall(
+            items.last(), QStringLiteral("/StatusNotifierItem"),
+            QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
+        click << 0 << 0;
+        return bus.call(click, QDBus::Block, 10000).type() == QDBusMessage::ReplyMessage;
+    }
+
+    /// Chooses the entry with this label in the menu of the tray item the app registered,
+    /// as the desktop's tray does when the user picks it.
+    bool chooseTrayMenuEntry(const QString& label) {
+        const QStringList items = tray.items();
+        if (items.isEmpty())
+            return false;
+        const QString item = items.last();
+        QDBusMessage get = QDBusMessage::createMethodCall(item, QStringLiteral("/MenuBar"),
+                                                          QStringLiteral("com.canonical.dbusmenu"),
+                                                          QStringLiteral("GetGroupProperties"));
+        QList<int> ids;
+        for (int id = 1; id < 30; ++id)
+            ids << id;
+        get << QVariant::fromValue(ids) << QStringList{QStringLiteral("label")};
+        const QDBusMessage reply = bus.call(get, QDBus::Block, 10000);
+        if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+            return false;
+        const QDBusArgument list = reply.arguments().first().value<QDBusArgument>();
+        int wanted = -1;
+        list.beginArray();
+        while (!list.atEnd()) {
+            int id = 0;
+            QVariantMap properties;
+            list.beginStructure();
+            list >> id >> properties;
+            list.endStructure();
+            if (properties.value(QStringLiteral("label")).toString() == label)
+                wanted = id;
+        }
+        list.endArray();
+        if (wanted < 0)
+            return false;
+        QDBusMessage click = QDBusMessage::createMethodCall(
+            item, QStringLiteral("/MenuBar"), QStringLiteral("com.canonical.dbusmenu"),
+            QStringLiteral("Event"));
+        click << wanted << QStringLiteral("clicked") << QVariant::fromValue(QDBusVariant(0)) << 0u;
+        return bus.call(click, QDBus::Block, 10000).type() == QDBusMessage::ReplyMessage;
+    }
+
+    /// Types keys on the XWayland display, where X11 clients take them as from a keyboard.
+    bool typeOnX11(const QString& keys) {
+        const QString xdotool = QStandardPaths::findExecutable(QStringLiteral("xdotool"));
+        if (xdotool.isEmpty())
+            return false;
+        QProcess p;
+        QProcessEnvironment e = env;
+        e.insert(QStringLiteral("DISPLAY"), display);
+        e.insert(QStringLiteral("XAUTHORITY"), xauthority);
+        p.setProcessEnvironment(e);
+        p.start(xdotool, {QStringLiteral("key"), keys});
+        return p.waitForFinished(10000) && p.exitCode() == 0;
+    }
+
     QString log() const {
         QFile f(root.filePath(QStringLiteral("kwin.log")));
         f.open(QIODevice::ReadOnly);
@@ -332,6 +442,7 @@ private:
     QTemporaryDir root;
     PrivateBus session, system;
     QProcess kwin_, atspi;
+    QThread trayThread;
     QString display, xauthority;
     int scripts = 0;
 };
@@ -389,6 +500,16 @@ protected:
                                  minimise ? "" : "workspace.activeClient = c;"));
     }
 
+    bool cancelTheQuitQuestion() {
+        QTest::qWaitFor(
+            [&] {
+                return app.state() != QProcess::Running ||
+                       kwin->press(pid(), QStringLiteral("继续专注"));
+            },
+            kWaitMs);
+        return app.state() == QProcess::Running;
+    }
+
     QProcess app;
 };
 
@@ -427,6 +548,36 @@ TEST_P(CompositorTest, TheFloatingTimerStandsInForTheMinimisedWindowAndTheRoundE
     ASSERT_TRUE(QTest::qWaitFor([&] { return !kwin->notifications.shown.empty(); }, kWaitMs))
         << "no notification while minimised";
     EXPECT_EQ(kwin->notifications.shown.back().summary, QStringLiteral("本轮专注已结束"));
+}
+
+TEST_P(CompositorTest, TheTrayPanelStaysOffTheTaskBarAndQuittingDuringARoundAsksFirst) {
+    ASSERT_TRUE(QTest::qWaitFor([&] { return kwin->clickTrayItem(); }, kWaitMs))
+        << "the app registered no tray item";
+    QJsonArray windows;
+    EXPECT_TRUE(kwin->waitForWindows(
+        pid(),
+        [](const QJsonArray& w) {
+            return has(w, kTrayPanelTitle, [](const QJsonObject& o) {
+                return o.value(QStringLiteral("skipTaskbar")).toBool();
+            });
+        },
+        &windows))
+        << QJsonDocument(windows).toJson().toStdString();
+    ASSERT_TRUE(kwin->clickTrayItem());
+
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return kwin->press(pid(), QStringLiteral("开始这一轮")); }, kWaitMs));
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return kwin->chooseTrayMenuEntry(QStringLiteral("退出")); }, kWaitMs))
+        << "the app registered no tray item with a 退出 entry";
+    // The abandon question holds the quit: its cancel choice is there to press.
+    EXPECT_TRUE(cancelTheQuitQuestion()) << "退出 did not ask: " << appLog();
+
+    // Keys reach an X11 client through XWayland; a Wayland client needs KWin's fake input.
+    if (GetParam() != std::string("xcb"))
+        return;
+    ASSERT_TRUE(kwin->typeOnX11(QStringLiteral("ctrl+q")));
+    EXPECT_TRUE(cancelTheQuitQuestion()) << "Ctrl+Q did not ask: " << appLog();
 }
 
 TEST_P(CompositorTest, ASecondLaunchBringsTheMinimisedWindowBack) {

@@ -1,6 +1,8 @@
 #include "ui/viewmodels/ControlCardViewModel.h"
 #include "ViewModelFixture.h"
 
+#include <QSignalSpy>
+
 using namespace quill;
 using namespace quill::test;
 
@@ -8,10 +10,9 @@ namespace {
 
 class ControlCardTest : public ViewModelTest {
 protected:
-    ControlCardViewModel vm;
+    ControlCardViewModel vm{*store};
     void SetUp() override {
         edit([](AppSettings& s) { s.taskNames = QList<QString>{"Math", "Reading"}; });
-        vm.setStore(store.get());
     }
 };
 
@@ -62,6 +63,14 @@ TEST_F(ControlCardTest, DurationAndReminderLabels) {
         s.reminderMaximumMinutes = 12;
     });
     EXPECT_EQ(vm.reminderRangeLabel(), "7–12 分钟");
+}
+
+TEST_F(ControlCardTest, OnlySettingsTheCardShowsRedrawIt) {
+    QSignalSpy derived(&vm, &ControlCardViewModel::settingsDerivedChanged);
+    edit([](AppSettings& s) { s.ambientMasterVolume = 0.2; }); // a slider on another card
+    EXPECT_EQ(derived.count(), 0);
+    edit([](AppSettings& s) { s.autoPlayMusic = true; });
+    EXPECT_EQ(derived.count(), 1);
 }
 
 TEST_F(ControlCardTest, EnergyLabelFollowsTheStartingEnergy) {

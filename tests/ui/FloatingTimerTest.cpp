@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QPointer>
 #include <QScreen>
+#include <QTest>
 #include <gtest/gtest.h>
 
 using namespace quill;
@@ -30,10 +31,10 @@ protected:
         ui.settle();
     }
     void setFloating(bool countdown, bool buttons) {
-        AppSettings s = ui.store().settings();
-        s.floatingTimerOnMinimize = countdown;
-        s.floatingSignalButtons = buttons;
-        ui.store().setSettings(s);
+        ui.store().editSettings([&](AppSettings& s) {
+            s.floatingTimerOnMinimize = countdown;
+            s.floatingSignalButtons = buttons;
+        });
         settle();
     }
 };
@@ -129,6 +130,31 @@ TEST_F(FloatingTimerTest, ItReopensWhereItWasLeft) {
     minimise();
     ASSERT_NE(panel(), nullptr);
     EXPECT_EQ(panel()->position(), QPoint(40, 300));
+}
+
+// The panel holds only the countdown and its buttons: a tip inside it would cover one of
+// them, so it opens beside the panel, below it or above it at the screen's bottom.
+TEST_F(FloatingTimerTest, ItsTipsOpenOutsideThePanel) {
+    ui.store().startSession();
+    setFloating(true, true);
+    minimise();
+    ASSERT_NE(panel(), nullptr);
+    const int screenBottom = QGuiApplication::primaryScreen()->geometry().bottom();
+    for (const int y : {24, screenBottom - panel()->height()}) {
+        panel()->setPosition(40, y);
+        for (const QString name : {"floatingTimer.wander", "floatingTimer.round"}) {
+            const QQuickItem* button = ui.item(name, panel());
+            QTest::mouseMove(panel(),
+                             button->mapToScene(button->boundingRect().center()).toPoint());
+            settle();
+            const QWindow* tip = nullptr;
+            for (const QWindow* w : QGuiApplication::allWindows())
+                tip = w->objectName() == name + ".tip" && w->isVisible() ? w : tip;
+            ASSERT_NE(tip, nullptr) << name.toStdString();
+            EXPECT_FALSE(tip->geometry().intersects(panel()->geometry())) << name.toStdString();
+            EXPECT_LE(tip->geometry().bottom(), screenBottom);
+        }
+    }
 }
 
 } // namespace

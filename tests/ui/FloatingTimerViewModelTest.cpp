@@ -17,8 +17,7 @@ class FloatingShapeTest : public ViewModelTest, public ::testing::WithParamInter
 
 TEST_P(FloatingShapeTest, SizeAndCornersFollowTheTwoSettings) {
     const ShapeCase c = GetParam();
-    FloatingTimerViewModel vm;
-    vm.setStore(store.get());
+    FloatingTimerViewModel vm(*store);
     edit([&](AppSettings& s) {
         s.floatingTimerOnMinimize = c.countdown;
         s.floatingSignalButtons = c.buttons;
@@ -38,8 +37,7 @@ INSTANTIATE_TEST_SUITE_P(AllFour, FloatingShapeTest,
 
 class FloatingTimerViewModelTest : public ViewModelTest {
 protected:
-    FloatingTimerViewModel vm;
-    void SetUp() override { vm.setStore(store.get()); }
+    FloatingTimerViewModel vm{*store};
 };
 
 TEST_F(FloatingTimerViewModelTest, UnsetSettingsMeanCountdownOnButtonsOffDark) {

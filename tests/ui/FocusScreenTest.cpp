@@ -28,6 +28,8 @@ TEST_F(FocusScreenTest, BeforeAnyRoundTheRingIsFullAndShowsTheSelectedLength) {
     EXPECT_TRUE(ui.isShown("focus.hint"));
     EXPECT_FALSE(ui.isShown("focus.signals"));
     EXPECT_EQ(ui.text("focus.heading.title"), "今天，练习一次完整的注意");
+    EXPECT_EQ(ui.text("focus.heading.subtitle"),
+              "目标不是硬撑得更久，而是越来越了解自己的注意力。");
 }
 
 TEST_F(FocusScreenTest, TheStartButtonStartsARoundAndTheRingAndTimeMove) {
@@ -116,6 +118,8 @@ TEST_F(FocusScreenTest, SignalButtonsCountThisRoundsEvents) {
     EXPECT_EQ(ui.text("focus.signal.wander.count"), "2 次");
     EXPECT_EQ(ui.text("focus.signal.fatigue.count"), "1 次");
     EXPECT_EQ(ui.text("toast.text"), "已记录疲劳信号。必要时提前结束比硬撑更有价值。");
+    ui.store().abandonSession();
+    EXPECT_EQ(ui.text("focus.signal.wander.count"), "0 次");
 }
 
 TEST_F(FocusScreenTest, TheRoundsSettingsAreLockedWhileItRuns) {

@@ -11,22 +11,8 @@ namespace {
 
 class FocusViewModelTest : public ViewModelTest {
 protected:
-    FocusViewModel vm;
-    void SetUp() override { vm.setStore(store.get()); }
+    FocusViewModel vm{*store};
 };
-
-TEST_F(FocusViewModelTest, IdleShowsTheSelectedLengthOnAFullRing) {
-    edit([](AppSettings& s) { s.selectedDurationMinutes = 25; });
-    EXPECT_EQ(vm.timerText(), "25:00");
-    EXPECT_EQ(vm.timerCaption(), "准备开始");
-    EXPECT_DOUBLE_EQ(vm.progress(), 1.0);
-    EXPECT_EQ(vm.phaseSymbol(), "circle.dotted");
-    EXPECT_EQ(vm.primaryTitle(), "开始这一轮");
-    EXPECT_EQ(vm.primarySymbol(), "play.fill");
-    EXPECT_FALSE(vm.endAvailable());
-    EXPECT_FALSE(vm.active());
-    EXPECT_EQ(vm.subtitle(), "目标不是硬撑得更久，而是越来越了解自己的注意力。");
-}
 
 TEST_F(FocusViewModelTest, ALongRoundShowsUncappedMinutes) {
     edit([](AppSettings& s) { s.selectedDurationMinutes = 120; });
@@ -126,28 +112,6 @@ TEST_F(FocusViewModelTest, ATimerStepThatChangesNoTextRedrawsNothing) {
     EXPECT_EQ(timer.count(), 0);
 }
 
-TEST_F(FocusViewModelTest, SignalsCountThisRoundsEvents) {
-    start();
-    vm.recordMindWander();
-    vm.recordMindWander();
-    vm.recordFatigue();
-    EXPECT_EQ(vm.wanderCountText(), "2 次");
-    EXPECT_EQ(vm.fatigueCountText(), "1 次");
-    store->abandonSession();
-    EXPECT_EQ(vm.wanderCountText(), "0 次");
-}
-
-TEST_F(FocusViewModelTest, ThePrimaryActionStartsPausesAndResumes) {
-    vm.primaryAction();
-    EXPECT_EQ(store->phase(), SessionPhase::focusing);
-    vm.primaryAction();
-    EXPECT_EQ(store->phase(), SessionPhase::paused);
-    vm.primaryAction();
-    EXPECT_EQ(store->phase(), SessionPhase::focusing);
-    vm.requestEnd();
-    EXPECT_TRUE(store->showSessionEndDialog());
-}
-
 TEST_F(FocusViewModelTest, PillsAndTheSuggestionComeFromTheStatistics) {
     EXPECT_EQ(vm.todayMinutesText(), "0 分钟");
     EXPECT_EQ(vm.todayWanderText(), "0 次");
@@ -155,16 +119,6 @@ TEST_F(FocusViewModelTest, PillsAndTheSuggestionComeFromTheStatistics) {
     EXPECT_EQ(vm.recommendationText(), "今天的建议：先做 30 分钟");
     vm.adoptRecommendation();
     EXPECT_EQ(store->settings().selectedDurationMinutes, 30);
-}
-
-TEST_F(FocusViewModelTest, WithoutAStoreItShowsDefaultsAndIgnoresCommands) {
-    FocusViewModel lonely;
-    EXPECT_EQ(lonely.timerText(), "50:00");
-    lonely.primaryAction();
-    lonely.requestEnd();
-    lonely.adoptRecommendation();
-    vm.setStore(nullptr);
-    EXPECT_EQ(vm.timerCaption(), "准备开始");
 }
 
 } // namespace

@@ -10,14 +10,15 @@ namespace {
 
 class HistoryViewModelTest : public InsightScreensTest {
 protected:
-    HistoryViewModel vm;
+    std::unique_ptr<HistoryViewModel> vm;
 
     void show(const QList<StudySession>& sessions) {
+        vm.reset();
         startWith(sessions);
-        vm.setStore(store.get());
+        vm = std::make_unique<HistoryViewModel>(*store);
     }
     QString role(int row, SessionListModel::Role r) const {
-        SessionListModel* list = const_cast<HistoryViewModel&>(vm).sessions();
+        SessionListModel* list = vm->sessions();
         return list->data(list->index(row), r).toString();
     }
     QStringList ids() const {
@@ -30,16 +31,16 @@ protected:
 
 TEST_F(HistoryViewModelTest, TotalsRoundEachSessionAndAverageLikePrintf) {
     show({});
-    EXPECT_TRUE(vm.empty());
-    EXPECT_EQ(vm.averageFocusText(), "0.0");
+    EXPECT_TRUE(vm->empty());
+    EXPECT_EQ(vm->averageFocusText(), "0.0");
 
     // 89 s counts 1 minute, 29 s none; ratings 3, 3, 3, 4 average exactly 3.25 → "3.2".
     show({session(today(12), 89, std::nullopt, 3), session(today(11), 29, std::nullopt, 3),
           session(today(10), 1500, std::nullopt, 3), session(today(9), 90, std::nullopt, 4)});
-    EXPECT_FALSE(vm.empty());
-    EXPECT_EQ(vm.countText(), "4");
-    EXPECT_EQ(vm.minutesText(), "28"); // 1 + 0 + 25 + 2
-    EXPECT_EQ(vm.averageFocusText(), "3.2");
+    EXPECT_FALSE(vm->empty());
+    EXPECT_EQ(vm->countText(), "4");
+    EXPECT_EQ(vm->minutesText(), "28"); // 1 + 0 + 25 + 2
+    EXPECT_EQ(vm->averageFocusText(), "3.2");
     EXPECT_EQ(role(0, SessionListModel::TitleRole), "1 分钟专注");
     EXPECT_EQ(role(1, SessionListModel::TitleRole), "0 分钟专注");
 }
@@ -113,39 +114,40 @@ TEST_F(HistoryViewModelTest, TheListChangesByRowWhenOneSessionComesOrGoes) {
 TEST_F(HistoryViewModelTest, DeletingNeedsConfirmationAndRemovesExactlyThatSession) {
     show({session(today(12)), session(today(11)), session(today(10))});
     const QStringList before = ids();
-    QSignalSpy confirming(&vm, &HistoryViewModel::confirmingDeleteChanged);
+    QSignalSpy confirming(vm.get(), &HistoryViewModel::confirmingDeleteChanged);
 
-    vm.requestDelete(1);
-    EXPECT_TRUE(vm.confirmingDelete());
-    vm.cancelDelete();
-    EXPECT_FALSE(vm.confirmingDelete());
+    vm->requestDelete(1);
+    EXPECT_TRUE(vm->confirmingDelete());
+    vm->cancelDelete();
+    EXPECT_FALSE(vm->confirmingDelete());
     EXPECT_EQ(ids(), before);
 
-    vm.requestDelete(1);
+    vm->requestDelete(1);
     // The newest session goes meanwhile; the pending one is still the one asked about.
     store->removeSession(store->sessions().first());
-    vm.confirmDelete();
-    EXPECT_FALSE(vm.confirmingDelete());
+    vm->confirmDelete();
+    EXPECT_FALSE(vm->confirmingDelete());
     EXPECT_EQ(ids(), (QStringList{before[2]}));
     EXPECT_EQ(confirming.count(), 4);
 
+    vm.reset();
     restart();
     EXPECT_EQ(ids(), (QStringList{before[2]}));
-    vm.setStore(store.get());
-    vm.requestDelete(0);
-    vm.confirmDelete();
-    EXPECT_TRUE(vm.empty());
-    vm.requestDelete(0); // nothing to ask about
-    EXPECT_FALSE(vm.confirmingDelete());
+    vm = std::make_unique<HistoryViewModel>(*store);
+    vm->requestDelete(0);
+    vm->confirmDelete();
+    EXPECT_TRUE(vm->empty());
+    vm->requestDelete(0); // nothing to ask about
+    EXPECT_FALSE(vm->confirmingDelete());
 }
 
 TEST_F(HistoryViewModelTest, ExportEndsInOneOfTwoToasts) {
     show({session(today(12))});
     fakes.files->answer = std::nullopt;
-    vm.exportCsv();
+    vm->exportCsv();
     EXPECT_EQ(store->toastMessageText(), "没有导出文件。");
     fakes.files->answer = fakes.data->directory() + QStringLiteral("/out.csv");
-    vm.exportCsv();
+    vm->exportCsv();
     EXPECT_EQ(store->toastMessageText(), "CSV 已导出。");
 }
 

@@ -49,10 +49,26 @@ protected:
         }
     }
 
+    /// The control whose tip wants to show, if any: tips come on hover, never from the
+    /// keyboard, where one would cover the controls next in line.
+    static QString tipOpen(const QQuickItem* item) {
+        if (QLatin1String(item->metaObject()->className())
+                .startsWith(QLatin1String("QuillToolTip")) &&
+            item->property("shown").toBool())
+            return item->parentItem()->objectName();
+        for (const QQuickItem* child : item->childItems())
+            if (const QString found = tipOpen(child); !found.isEmpty())
+                return found;
+        return {};
+    }
+
     void key(Qt::Key k, Qt::KeyboardModifiers mods = Qt::NoModifier) {
         QTest::keyClick(ui.window(), k, mods);
         ui.settle();
         expectFocusSound("after key " + std::to_string(k));
+        if (k == Qt::Key_Tab || k == Qt::Key_Backtab)
+            EXPECT_EQ(tipOpen(ui.window()->contentItem()).toStdString(), "")
+                << "a tip opened by Tab";
     }
 
     /// Tabs forward until the named control has the focus; false if it never comes.
@@ -192,6 +208,13 @@ TEST_F(KeyboardTest, AbandoningIsConfirmedAndEscapeStepsBackOneLayer) {
     EXPECT_EQ(ui.store().phase(), SessionPhase::idle);
     EXPECT_EQ(ui.store().sessionCount(), 0);
     EXPECT_FALSE(ui.isShown("review.save"));
+}
+
+TEST_F(KeyboardTest, TheSettingsScreenShowsItsFocusWithoutCoveringTips) {
+    ui.store().editSettings(
+        [](AppSettings& settings) { settings.taskNames = QList<QString>{QStringLiteral("写作")}; });
+    press("sidebar.section.settings");
+    tabTo("settings.tasks.row.0.remove");
 }
 
 TEST_F(KeyboardTest, TheDurationFieldShowsTheLengthTheStoreKeeps) {

@@ -124,11 +124,7 @@ TEST_F(RoundEndTest, TheScrimBehindTheEndDialogMeansContinue) {
 }
 
 TEST_F(RoundEndTest, TheRoundRunsOnWhileTheEndDialogIsOpen) {
-    ui.store().setSettings([&] {
-        AppSettings s = ui.store().settings();
-        s.selectedDurationMinutes = 1;
-        return s;
-    }());
+    ui.store().editSettings([](AppSettings& s) { s.selectedDurationMinutes = 1; });
     runRound(30'000);
     ui.click("focus.end");
     ui.advance(31'000);
@@ -180,11 +176,7 @@ TEST_F(RoundEndTest, TheAbandonConfirmationCancelsOnItsScrimAndConfirmsOnItsButt
 }
 
 TEST_F(RoundEndTest, TheReviewShowsTheMusicStatusWhenThereIsOne) {
-    ui.store().setSettings([&] {
-        AppSettings s = ui.store().settings();
-        s.autoPlayMusic = true;
-        return s;
-    }());
+    ui.store().editSettings([](AppSettings& s) { s.autoPlayMusic = true; });
     runRound(60'000);
     EXPECT_FALSE(ui.isShown("review.music"));
     openReview();

@@ -136,6 +136,7 @@ TEST_F(ClearHistoryTest, ClearingThroughTheAlertEmptiesTheHistoryForGood) {
     ui->click("settings.clearAlert.confirm");
     EXPECT_FALSE(ui->isShown("settings.clearAlert"));
     EXPECT_EQ(ui->store().sessionCount(), 0);
+    EXPECT_EQ(ui->text("toast.text"), "专注记录已清空。");
     EXPECT_FALSE(enabled("settings.clear"));
     EXPECT_TRUE(enabled("settings.export"));
 

@@ -2,6 +2,7 @@
 
 #include "storage/Persistence.h"
 #include "ui/shell/FloatingTimerController.h"
+#include "ui/shell/TrayIcon.h"
 #include "ui/theme/Symbols.h"
 
 #include <QCursor>
@@ -10,6 +11,7 @@
 #include <QImage>
 #include <QScreen>
 #include <gtest/gtest.h>
+#include <qpa/qwindowsysteminterface.h>
 
 using namespace quill;
 using namespace quill::test;
@@ -103,6 +105,8 @@ TEST(ShellTest, TheFocusRowCarriesADotWhileARoundRuns) {
     ui.click("focus.primary");
     EXPECT_TRUE(ui.isShown("sidebar.activeDot"));
     EXPECT_EQ(ui.trayIcon()->property("symbol").toString(), "leaf.fill");
+    ui.click("focus.primary"); // paused is still under way
+    EXPECT_TRUE(ui.isShown("sidebar.activeDot"));
     ui.click("focus.end");
     ui.click("endDialog.abandon");
     EXPECT_FALSE(ui.isShown("sidebar.activeDot"));
@@ -131,10 +135,12 @@ TEST(ShellTest, TheToastShowsForThreeSecondsOfVirtualTime) {
     EXPECT_FALSE(ui.isShown("toast"));
     ui.click("focus.primary");
     EXPECT_TRUE(ui.isShown("toast"));
+    const QString text = ui.text("toast.text");
     ui.advance(2'900);
     EXPECT_TRUE(ui.isShown("toast"));
     ui.advance(200);
     EXPECT_FALSE(ui.isShown("toast"));
+    EXPECT_EQ(ui.text("toast.text"), text) << "the text stays while it fades out";
 }
 
 class TrayPanelTest : public ::testing::Test {
@@ -150,11 +156,27 @@ protected:
 };
 
 TEST_F(TrayPanelTest, ClickingTheIconTogglesThePanel) {
+    qint64 now = 0;
+    qobject_cast<TrayIcon*>(ui.trayIcon())->setClock([&] { return now; });
     EXPECT_EQ(panel(), nullptr) << "built on first use";
     openPanel();
     EXPECT_EQ(ui.text("tray.title", panel()), "Quillmere");
     QMetaObject::invokeMethod(ui.trayIcon(), "activate");
     EXPECT_FALSE(panel()->isVisible());
+
+    // A desktop's panel takes the focus at the press; the click reaches the app at the release.
+    openPanel();
+    using Delivery = QWindowSystemInterface::SynchronousDelivery;
+    QWindowSystemInterface::handleWindowActivated<Delivery>(ui.window());
+    QWindowSystemInterface::handleWindowActivated<Delivery>(panel());
+    QWindowSystemInterface::handleWindowActivated<Delivery>(nullptr);
+    ASSERT_FALSE(panel()->isVisible()) << "closed as the focus left";
+    now += 150;
+    QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+    EXPECT_FALSE(panel()->isVisible()) << "the click that took the focus closed it";
+    now += 5000;
+    QMetaObject::invokeMethod(ui.trayIcon(), "activate");
+    EXPECT_TRUE(panel()->isVisible()) << "a later click opens it";
 }
 
 TEST_F(TrayPanelTest, ItsButtonsDriveTheSameStore) {
@@ -258,6 +280,7 @@ TEST_F(TrayPanelTest, ClosingDuringARoundKeepsItAndTheTrayMenuBringsTheWindowBac
     QMetaObject::invokeMethod(ui.trayIcon(), "triggerMenuEntry", Q_ARG(int, 0));
     EXPECT_TRUE(ui.window()->isVisible());
     EXPECT_EQ(floating->panel(), nullptr);
+    closer->setProperty("trayHost", false);
 }
 
 TEST_F(TrayPanelTest, OnABottomPanelItGrowsUpwardAndAClickInTheWindowClosesIt) {

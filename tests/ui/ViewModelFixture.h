@@ -15,11 +15,7 @@ protected:
     std::unique_ptr<AppStore> store = std::make_unique<AppStore>(fakes.services());
 
     void advance(qint64 ms) { fakes.scheduler->advance(ms); }
-    void edit(const std::function<void(AppSettings&)>& change) {
-        AppSettings s = store->settings();
-        change(s);
-        store->setSettings(s);
-    }
+    void edit(const std::function<void(AppSettings&)>& change) { store->editSettings(change); }
     /// Starts a round whose first reminder comes after `reminderSeconds` of net focus.
     void start(qint64 reminderSeconds = 3600) {
         fakes.random->script.push_back(reminderSeconds);

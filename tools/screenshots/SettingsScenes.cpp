@@ -14,9 +14,7 @@ namespace {
 using test::UiHarness;
 
 void editSettings(UiHarness& ui, const std::function<void(AppSettings&)>& change) {
-    AppSettings s = ui.store().settings();
-    change(s);
-    ui.store().setSettings(s);
+    ui.store().editSettings(change);
     ui.settle();
 }
 

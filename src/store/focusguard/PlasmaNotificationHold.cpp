@@ -1,10 +1,9 @@
 #include "store/focusguard/PlasmaNotificationHold.h"
 
+#include "store/BusReply.h"
 #include "store/focusguard/FocusGuardLog.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QDBusVariant>
 
 namespace quill {
@@ -16,20 +15,6 @@ const QString kInterface = QStringLiteral("org.freedesktop.Notifications");
 
 QDBusMessage notificationsCall(const QString& method) {
     return QDBusMessage::createMethodCall(kService, kPath, kInterface, method);
-}
-
-/// Runs `done` with the reply once it arrives, unless `owner` is gone by then.
-template <class Done>
-QDBusPendingCall whenAnswered(QObject* owner, QDBusConnection& bus, const QDBusMessage& call,
-                              Done done) {
-    const QDBusPendingCall pending = bus.asyncCall(call);
-    auto* watcher = new QDBusPendingCallWatcher(pending, owner);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, owner,
-                     [watcher, done = std::move(done)] {
-                         watcher->deleteLater();
-                         done(QDBusMessage(watcher->reply()));
-                     });
-    return pending;
 }
 
 QDBusMessage unInhibitCall(uint cookie) {
@@ -51,14 +36,10 @@ PlasmaNotificationHold::~PlasmaNotificationHold() {
         m_bus.send(unInhibitCall(*m_cookie));
     if (m_inhibiting && m_inhibitCall) {
         // The cookie is still on its way: released when it comes, without waiting for it here.
-        auto* watcher = new QDBusPendingCallWatcher(*m_inhibitCall);
-        QObject::connect(
-            watcher, &QDBusPendingCallWatcher::finished, [watcher, bus = m_bus]() mutable {
-                watcher->deleteLater();
-                const QDBusMessage reply(watcher->reply());
-                if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty())
-                    bus.send(unInhibitCall(reply.arguments().constFirst().toUInt()));
-            });
+        onBusReply(nullptr, *m_inhibitCall, [bus = m_bus](const QDBusMessage& reply) mutable {
+            if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty())
+                bus.send(unInhibitCall(reply.arguments().constFirst().toUInt()));
+        });
     }
 }
 
@@ -66,12 +47,13 @@ void PlasmaNotificationHold::probe(Answer answer) {
     QDBusMessage call = QDBusMessage::createMethodCall(
         kService, kPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << kInterface << QStringLiteral("Inhibited");
-    whenAnswered(this, m_bus, call, [answer = std::move(answer)](const QDBusMessage& reply) {
-        const bool available = reply.type() == QDBusMessage::ReplyMessage;
-        if (!available)
-            qCDebug(lcFocusGuard) << "No notification inhibition:" << reply.errorMessage();
-        answer(available);
-    });
+    onBusReply(
+        this, m_bus.asyncCall(call), [answer = std::move(answer)](const QDBusMessage& reply) {
+            const bool available = reply.type() == QDBusMessage::ReplyMessage;
+            if (!available)
+                qCDebug(lcFocusGuard) << "No notification inhibition:" << reply.errorMessage();
+            answer(available);
+        });
 }
 
 void PlasmaNotificationHold::setHeld(bool held) {
@@ -88,7 +70,8 @@ void PlasmaNotificationHold::converge() {
         QDBusMessage call = notificationsCall(QStringLiteral("Inhibit"));
         call << m_desktopEntry << QStringLiteral("专注中") << QVariantMap();
         m_inhibiting = true;
-        m_inhibitCall = whenAnswered(this, m_bus, call, [this](const QDBusMessage& reply) {
+        m_inhibitCall = m_bus.asyncCall(call);
+        onBusReply(this, *m_inhibitCall, [this](const QDBusMessage& reply) {
             m_inhibiting = false;
             m_inhibitCall.reset();
             if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {

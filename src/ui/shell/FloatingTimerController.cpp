@@ -7,6 +7,7 @@
 #include "X11WindowHints.h"
 #include "store/AppStore.h"
 #include "ui/UiLog.h"
+#include "ui/viewmodels/ViewModels.h"
 
 #include <QGuiApplication>
 #include <QQmlComponent>
@@ -55,9 +56,11 @@ bool FloatingTimerController::wanted(bool mainMinimised, bool sessionActive,
             settings.effectiveFloatingSignalButtons());
 }
 
-void FloatingTimerController::setStore(AppStore* store) {
-    if (m_store == store)
+void FloatingTimerController::setModels(ViewModels* models) {
+    if (m_models == models)
         return;
+    m_models = models;
+    AppStore* store = models ? &models->store() : nullptr;
     disconnect(m_storeSettings);
     disconnect(m_storePhase);
     m_store = store;
@@ -142,7 +145,7 @@ void FloatingTimerController::open() {
         return;
     m_composited = x11::compositorRunning();
     QObject* built = component->createWithInitialProperties(
-        {{QStringLiteral("store"), QVariant::fromValue(m_store.data())},
+        {{QStringLiteral("models"), QVariant::fromValue(m_models.data())},
          {QStringLiteral("controller"), QVariant::fromValue(this)}});
     auto* panel = qobject_cast<QQuickWindow*>(built);
     if (!panel) {
@@ -178,8 +181,8 @@ void FloatingTimerController::open() {
     if (MinimisedWatch::platformHidesMinimising()) {
         // Plasma lets a Wayland client keep nothing above; KWin's scripting can.
         if (!m_kwinRule)
-            m_kwinRule =
-                std::make_unique<KWinWindowRule>(QDBusConnection::sessionBus(), panel->title());
+            m_kwinRule = std::make_unique<KWinWindowRule>(
+                QDBusConnection::sessionBus(), panel->title(), QStringLiteral("floating-timer"));
         m_kwinRule->apply();
     }
     panel->show();

@@ -2,6 +2,7 @@
 
 #include "FloatingTimerPlace.h"
 #include "model/AppSettings.h"
+#include "ui/viewmodels/ViewModels.h"
 
 #include <QObject>
 #include <QPointer>
@@ -23,8 +24,8 @@ class KWinWindowRule;
 class FloatingTimerController : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    /// The store whose round the panel shows.
-    Q_PROPERTY(quill::AppStore* store READ store WRITE setStore NOTIFY storeChanged)
+    /// The app's view models, on the store whose round the panel shows.
+    Q_PROPERTY(quill::ViewModels* models READ models WRITE setModels NOTIFY storeChanged)
     /// The main window, watched for minimising and brought back by the restore button.
     Q_PROPERTY(
         QQuickWindow* mainWindow READ mainWindow WRITE setMainWindow NOTIFY mainWindowChanged)
@@ -43,8 +44,8 @@ public:
     /// The opening rule: minimised, a round active, and the countdown or the buttons wanted.
     static bool wanted(bool mainMinimised, bool sessionActive, const AppSettings& settings);
 
-    AppStore* store() const { return m_store; }
-    void setStore(AppStore* store);
+    ViewModels* models() const { return m_models; }
+    void setModels(ViewModels* models);
     QQuickWindow* mainWindow() const { return m_mainWindow; }
     void setMainWindow(QQuickWindow* window);
     QQuickWindow* panel() const { return m_panel; }
@@ -74,6 +75,7 @@ private:
     FloatingTimerPlace& place();
     void rememberPlace();
 
+    QPointer<ViewModels> m_models;
     QPointer<AppStore> m_store;
     QPointer<QQuickWindow> m_mainWindow;
     QPointer<QQuickWindow> m_panel;

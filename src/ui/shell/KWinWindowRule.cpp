@@ -1,10 +1,10 @@
 #include "KWinWindowRule.h"
 
+#include "store/BusReply.h"
 #include "ui/UiLog.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDir>
 #include <QFile>
@@ -15,7 +15,6 @@ namespace quill {
 namespace {
 const QString kService = QStringLiteral("org.kde.KWin");
 const QString kScripting = QStringLiteral("org.kde.kwin.Scripting");
-const QString kPluginName = QStringLiteral("quillmere-window-rule");
 
 // Quotes text for a JavaScript string literal.
 QString jsString(const QString& text) {
@@ -26,8 +25,9 @@ QString jsString(const QString& text) {
 }
 } // namespace
 
-KWinWindowRule::KWinWindowRule(QDBusConnection bus, QString title)
-    : m_bus(std::move(bus)), m_title(std::move(title)) {}
+KWinWindowRule::KWinWindowRule(QDBusConnection bus, QString title, QString name)
+    : m_bus(std::move(bus)), m_title(std::move(title)),
+      m_name(QStringLiteral("quillmere-") + name) {}
 
 QString KWinWindowRule::script(qint64 pid) const {
     return QStringLiteral("function keep(c) {\n"
@@ -49,7 +49,7 @@ void KWinWindowRule::apply() {
     QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     if (folder.isEmpty())
         folder = QDir::tempPath();
-    const QString path = QDir(folder).filePath(QStringLiteral("quillmere-window-rule.js"));
+    const QString path = QDir(folder).filePath(m_name + QStringLiteral(".js"));
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         qCWarning(lcUi) << "The KWin window rule could not be written:" << file.errorString();
@@ -60,26 +60,24 @@ void KWinWindowRule::apply() {
     // An earlier run's rule (another process id) is replaced; then this one is loaded and run.
     QDBusMessage unload = QDBusMessage::createMethodCall(
         kService, QStringLiteral("/Scripting"), kScripting, QStringLiteral("unloadScript"));
-    unload << kPluginName;
-    auto* unloaded = new QDBusPendingCallWatcher(m_bus.asyncCall(unload));
-    QObject::connect(unloaded, &QDBusPendingCallWatcher::finished, [bus = m_bus, path](auto* call) {
-        call->deleteLater();
-        if (call->isError()) {
-            qCDebug(lcUi) << "No KWin scripting on the session bus:" << call->error().message();
-            return;
-        }
-        load(bus, path);
-    });
+    unload << m_name;
+    onBusReply(nullptr, m_bus.asyncCall(unload),
+               [bus = m_bus, path, name = m_name](const QDBusMessage& reply) {
+                   if (reply.type() == QDBusMessage::ErrorMessage) {
+                       qCDebug(lcUi)
+                           << "No KWin scripting on the session bus:" << reply.errorMessage();
+                       return;
+                   }
+                   load(bus, path, name);
+               });
 }
 
-void KWinWindowRule::load(QDBusConnection bus, const QString& path) {
+void KWinWindowRule::load(QDBusConnection bus, const QString& path, const QString& name) {
     QDBusMessage loadScript = QDBusMessage::createMethodCall(
         kService, QStringLiteral("/Scripting"), kScripting, QStringLiteral("loadScript"));
-    loadScript << path << kPluginName;
-    auto* loaded = new QDBusPendingCallWatcher(bus.asyncCall(loadScript));
-    QObject::connect(loaded, &QDBusPendingCallWatcher::finished, [bus](auto* call) mutable {
-        call->deleteLater();
-        const QDBusPendingReply<int> id = *call;
+    loadScript << path << name;
+    onBusReply(nullptr, bus.asyncCall(loadScript), [bus](const QDBusMessage& reply) mutable {
+        const QDBusPendingReply<int> id = reply;
         if (id.isError() || id.value() < 0) {
             qCWarning(lcUi) << "KWin did not load the window rule:" << id.error().message();
             return;

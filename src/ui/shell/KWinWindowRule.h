@@ -11,7 +11,8 @@ namespace quill {
 /// session bus (GNOME, a plain X session) the calls fail quietly and nothing changes.
 class KWinWindowRule {
 public:
-    KWinWindowRule(QDBusConnection bus, QString title);
+    /// `name` tells this rule's script from the app's others (and replaces an earlier run's).
+    KWinWindowRule(QDBusConnection bus, QString title, QString name);
 
     /// Sends the script to KWin the first time; later calls do nothing.
     void apply();
@@ -19,10 +20,11 @@ public:
     QString script(qint64 pid) const;
 
 private:
-    static void load(QDBusConnection bus, const QString& path);
+    static void load(QDBusConnection bus, const QString& path, const QString& name);
 
     QDBusConnection m_bus;
     QString m_title;
+    QString m_name;
     bool m_applied = false;
 };
 

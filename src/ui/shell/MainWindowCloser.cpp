@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QGuiApplication>
 
 namespace quill {
 
@@ -40,6 +41,9 @@ void MainWindowCloser::setTrayHost(bool host) {
     if (m_trayHost == host)
         return;
     m_trayHost = host;
+    // With a tray item the app lives on after its window is closed, as the tray panel and a
+    // second launch can bring it back; without one, closing the idle window quits.
+    QGuiApplication::setQuitOnLastWindowClosed(!host);
     Q_EMIT trayHostChanged();
 }
 

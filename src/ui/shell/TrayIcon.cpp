@@ -1,13 +1,17 @@
 #include "TrayIcon.h"
 
 #include "AppIdentity.h"
+#include "KWinWindowRule.h"
 #include "MainWindowRestorer.h"
 #include "PanelPlacement.h"
 #include "RoundedWindowMask.h"
+#include "TrayHostWatch.h"
 #include "TrayIconArt.h"
 #include "X11WindowHints.h"
 
 #include <QCursor>
+#include <QDBusConnection>
+#include <QElapsedTimer>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QIcon>
@@ -22,21 +26,30 @@
 
 namespace quill {
 
+namespace {
+// A click on the tray icon while the panel is open first moves the focus to the desktop's
+// own panel (at the press) and only then reaches the app (at the release, over D-Bus on
+// GNOME and Plasma). A click that comes this soon after the focus left closed the panel.
+constexpr qint64 kSameClickMs = 500;
+
+qint64 sinceStart() {
+    static const QElapsedTimer started = [] {
+        QElapsedTimer t;
+        t.start();
+        return t;
+    }();
+    return started.elapsed();
+}
+} // namespace
+
 TrayIcon::TrayIcon(QObject* parent)
-    : QObject(parent), m_menu(std::make_unique<QMenu>()),
-      m_tray(std::make_unique<QSystemTrayIcon>()) {
+    : QObject(parent), m_menu(std::make_unique<QMenu>()), m_monotonicMs(sinceStart) {
     // The stand-in for a dock icon's menu: the window can always be brought back, and the
     // app quit, even when the window is closed.
     connect(m_menu->addAction(QStringLiteral("打开 Quillmere")), &QAction::triggered, this,
             &TrayIcon::showMainWindow);
     connect(m_menu->addAction(QStringLiteral("退出")), &QAction::triggered, this,
             &TrayIcon::quitRequested);
-    m_tray->setContextMenu(m_menu.get());
-    connect(m_tray.get(), &QSystemTrayIcon::activated, this,
-            [this](QSystemTrayIcon::ActivationReason reason) {
-                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
-                    activate();
-            });
     // Looking the icons up in the icon themes and asking the desktop for a tray take a
     // while: they wait for the main window's first frame (see setMainWindow), or for the
     // event loop where there is no main window.
@@ -50,14 +63,28 @@ void TrayIcon::start() {
     if (m_started)
         return;
     m_started = true;
+    // Without a tray host (plain X servers, the offscreen platform, GNOME without the
+    // AppIndicator extension) there is nothing to show until one comes.
+    m_hostWatch = new TrayHostWatch(QDBusConnection::sessionBus(), this);
+    connect(m_hostWatch, &TrayHostWatch::hostFound, this, &TrayIcon::showInTray);
+    m_hostWatch->start();
+}
+
+void TrayIcon::showInTray() {
+    if (m_tray)
+        return;
+    m_tray = std::make_unique<QSystemTrayIcon>();
+    m_tray->setContextMenu(m_menu.get());
+    connect(m_tray.get(), &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
+                    activate();
+            });
     updateIcon();
     m_tray->setToolTip(m_toolTip);
-    // Without a tray host (plain X servers, the offscreen platform) there is nothing to show.
-    if (QSystemTrayIcon::isSystemTrayAvailable()) {
-        m_tray->show();
-        m_hostAvailable = true;
-        Q_EMIT hostAvailableChanged();
-    }
+    m_tray->show();
+    m_hostAvailable = true;
+    Q_EMIT hostAvailableChanged();
 }
 
 TrayIcon::~TrayIcon() = default;
@@ -66,8 +93,7 @@ void TrayIcon::setSymbol(const QString& symbol) {
     if (m_symbol == symbol)
         return;
     m_symbol = symbol;
-    if (m_started)
-        updateIcon();
+    updateIcon();
     Q_EMIT symbolChanged();
 }
 
@@ -75,7 +101,8 @@ void TrayIcon::setToolTip(const QString& tip) {
     if (m_toolTip == tip)
         return;
     m_toolTip = tip;
-    m_tray->setToolTip(tip);
+    if (m_tray)
+        m_tray->setToolTip(tip);
     Q_EMIT toolTipChanged();
 }
 
@@ -121,7 +148,8 @@ void TrayIcon::setMainWindow(QQuickWindow* window) {
 }
 
 void TrayIcon::updateIcon() {
-    m_tray->setIcon(currentIcon());
+    if (m_tray)
+        m_tray->setIcon(currentIcon());
 }
 
 QIcon TrayIcon::currentIcon() const {
@@ -138,7 +166,7 @@ QIcon TrayIcon::currentIcon() const {
 }
 
 QIcon TrayIcon::icon() const {
-    return m_started ? m_tray->icon() : currentIcon();
+    return m_tray ? m_tray->icon() : currentIcon();
 }
 
 void TrayIcon::activate() {
@@ -150,6 +178,10 @@ void TrayIcon::activate() {
         return;
     if (m_panel->isVisible()) {
         m_panel->hide();
+        return;
+    }
+    if (m_closedByFocusLossAt >= 0 && m_monotonicMs() - m_closedByFocusLossAt < kSameClickMs) {
+        m_closedByFocusLossAt = -1;
         return;
     }
     showPanel();
@@ -176,7 +208,8 @@ void TrayIcon::triggerMenuEntry(int index) {
 
 void TrayIcon::showPanel() {
     TrayClick click;
-    click.icon = m_tray->geometry();
+    if (m_tray)
+        click.icon = m_tray->geometry();
     // Under XWayland the pointer Qt reports is where it last crossed one of our X windows,
     // not the click in the desktop's panel; on Wayland there is none.
     const bool xWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
@@ -205,6 +238,15 @@ void TrayIcon::showPanel() {
     }
     placePanel();
     m_panelWasActive = false;
+    // Off the task bar: on X11 by its window state; a Wayland client cannot ask, but on
+    // Plasma KWin's scripting can.
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")) && !m_kwinRule) {
+        m_kwinRule = std::make_unique<KWinWindowRule>(
+            QDBusConnection::sessionBus(), m_panel->title(), QStringLiteral("tray-panel"));
+        m_kwinRule->apply();
+    }
+    m_panel->create();
+    x11::showOnAllWorkspaces(m_panel);
     m_panel->show();
     m_panel->raise();
     m_panel->requestActivate();
@@ -232,10 +274,12 @@ void TrayIcon::onPanelActiveChanged() {
     // Like a popover: clicking elsewhere closes it, once it has actually held the focus.
     if (!m_panel)
         return;
-    if (m_panel->isActive())
+    if (m_panel->isActive()) {
         m_panelWasActive = true;
-    else if (m_panelWasActive && m_panel->isVisible())
+    } else if (m_panelWasActive && m_panel->isVisible()) {
+        m_closedByFocusLossAt = m_monotonicMs();
         m_panel->hide();
+    }
 }
 
 } // namespace quill

@@ -5,12 +5,16 @@
 #include <QPointer>
 #include <QQuickWindow>
 #include <QtQml/qqmlregistration.h>
+#include <functional>
 #include <memory>
 
 class QMenu;
 class QSystemTrayIcon;
 
 namespace quill {
+
+class KWinWindowRule;
+class TrayHostWatch;
 
 /// The tray item: its icon follows `symbol`; clicking it toggles the small panel window
 /// near the pointer and brings back a minimised main window. Its menu opens the main window
@@ -61,6 +65,8 @@ public:
     Q_INVOKABLE void showMainWindow();
     /// Runs the menu entry at `index` as if it had been chosen.
     Q_INVOKABLE void triggerMenuEntry(int index);
+    /// Milliseconds on a monotonic clock; tests move it themselves.
+    void setClock(std::function<qint64()> monotonicMs) { m_monotonicMs = std::move(monotonicMs); }
 
 Q_SIGNALS:
     void symbolChanged();
@@ -78,6 +84,7 @@ protected:
 
 private:
     void start();
+    void showInTray();
     void placePanel();
     void updateIcon();
     QIcon currentIcon() const;
@@ -85,13 +92,19 @@ private:
     void onPanelActiveChanged();
 
     std::unique_ptr<QMenu> m_menu; // outlives the tray item that shows it
+    // Made once a tray host is known to be there: Qt's tray item asks the desktop
+    // synchronously as it is made.
     std::unique_ptr<QSystemTrayIcon> m_tray;
+    TrayHostWatch* m_hostWatch = nullptr;
+    std::unique_ptr<KWinWindowRule> m_kwinRule; // the panel's, on Plasma's Wayland session
     QString m_symbol = QStringLiteral("leaf");
     QString m_toolTip = QStringLiteral("Quillmere");
     QPointer<QQuickWindow> m_panel;
     QPointer<QQuickWindow> m_mainWindow;
     bool m_panelWasActive = false;
-    bool m_started = false; // icon set and shown
+    std::function<qint64()> m_monotonicMs;
+    qint64 m_closedByFocusLossAt = -1; // when the panel last closed for losing the focus
+    bool m_started = false;            // looking for a tray host
     bool m_hostAvailable = false;
     bool m_composited = true;
     // Where the panel was opened: it stays anchored there as its content grows or shrinks.

@@ -1,10 +1,12 @@
 #include "UiRuntime.h"
 
 #include "MainWindowRestorer.h"
+#include "QtQuickAccessibility.h"
 #include "StartupTrim.h"
 #include "Symbols.h"
 #include "store/AppStore.h"
 #include "ui/UiLog.h"
+#include "ui/viewmodels/ViewModels.h"
 
 #include <QFont>
 #include <QGuiApplication>
@@ -15,7 +17,8 @@
 namespace quill {
 
 UiRuntime::UiRuntime(Services services, QObject* parent)
-    : QObject(parent), m_store(std::make_unique<AppStore>(std::move(services))) {}
+    : QObject(parent), m_store(std::make_unique<AppStore>(std::move(services))),
+      m_models(std::make_unique<ViewModels>(*m_store)) {}
 
 UiRuntime::~UiRuntime() {
     // Windows go first so no binding reads the store while it is torn down.
@@ -29,6 +32,7 @@ void UiRuntime::prepareApplication() {
     Symbols::preferPlainFontFile();
     // The screens draw their own controls; the Basic style keeps platform styles out.
     QQuickStyle::setStyle(QStringLiteral("Basic"));
+    installQtQuickAccessibility();
     // The software scene graph repaints only the changed regions (the time, the ring) and
     // needs no GL context: measured under Xvfb it starts as fast, uses 82 MB instead of
     // 210 MB and a running round costs under 1 % of a core instead of 8 % on llvmpipe.
@@ -44,7 +48,8 @@ QString UiRuntime::mainQmlUrl() {
 bool UiRuntime::load() {
     m_engine = std::make_unique<QQmlApplicationEngine>();
     m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
-    m_engine->setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(m_store.get())}});
+    m_engine->setInitialProperties(
+        {{QStringLiteral("models"), QVariant::fromValue(m_models.get())}});
     m_engine->load(QUrl(mainQmlUrl()));
     const auto roots = m_engine->rootObjects();
     if (roots.isEmpty()) {

@@ -12,6 +12,7 @@ class QQmlApplicationEngine;
 namespace quill {
 
 class AppStore;
+class ViewModels;
 
 /// The running user interface: one store on the given services and the QML engine showing
 /// the main window (which owns the tray panel). The app, the UI tests, the screenshot tool
@@ -27,6 +28,7 @@ public:
     bool load();
 
     AppStore* store() const { return m_store.get(); }
+    ViewModels* models() const { return m_models.get(); }
     QQmlApplicationEngine* engine() const { return m_engine.get(); }
     QQuickWindow* mainWindow() const { return m_mainWindow; }
 
@@ -42,6 +44,7 @@ public:
 
 private:
     std::unique_ptr<AppStore> m_store;
+    std::unique_ptr<ViewModels> m_models;            // what the windows show of the store
     std::unique_ptr<QQmlApplicationEngine> m_engine; // destroyed before the store it shows
     QPointer<QQuickWindow> m_mainWindow;
 };

@@ -128,16 +128,27 @@ void markAsUtility(QWindow* window) {
     xcb_flush(c);
 }
 
-bool compositorRunning() {
-    xcb_connection_t* c = connection();
-    if (!c)
-        return !isX11() && QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-    const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(0);
+namespace {
+bool selectionOwned(xcb_connection_t* c, const char* prefix) {
+    const QByteArray name = prefix + QByteArray::number(0);
     const auto cookie = xcb_get_selection_owner(c, atom(c, name.constData()));
     xcb_get_selection_owner_reply_t* reply = xcb_get_selection_owner_reply(c, cookie, nullptr);
     const bool owned = reply && reply->owner != XCB_WINDOW_NONE;
     std::free(reply);
     return owned;
+}
+} // namespace
+
+bool compositorRunning() {
+    xcb_connection_t* c = connection();
+    if (!c)
+        return !isX11() && QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    return selectionOwned(c, "_NET_WM_CM_S");
+}
+
+bool systemTrayRunning() {
+    xcb_connection_t* c = connection();
+    return c && selectionOwned(c, "_NET_SYSTEM_TRAY_S");
 }
 
 } // namespace quill::x11
@@ -153,6 +164,9 @@ void activateWithStartupId(QWindow*, const QByteArray&) {}
 void markAsUtility(QWindow*) {}
 bool compositorRunning() {
     return true;
+}
+bool systemTrayRunning() {
+    return false;
 }
 } // namespace quill::x11
 

@@ -31,4 +31,7 @@ void markAsUtility(QWindow* window);
 /// translucent window's transparent pixels show what lies behind it.
 bool compositorRunning();
 
+/// True when an X11 system tray owns the screen's `_NET_SYSTEM_TRAY_S<n>` selection.
+bool systemTrayRunning();
+
 } // namespace quill::x11

@@ -4,22 +4,23 @@
 
 namespace quill {
 
-AmbientCardViewModel::AmbientCardViewModel(QObject* parent)
-    : StoreViewModel(parent), m_tiles(new AmbientTileModel(this)) {
+AmbientCardViewModel::AmbientCardViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent), m_tiles(new AmbientTileModel(this)) {
+    connectStore();
     refreshAll();
 }
 
-void AmbientCardViewModel::connectStore(AppStore* s) {
+void AmbientCardViewModel::connectStore() {
+    AppStore* s = &store();
     connect(s, &AppStore::settingsChanged, this, &AmbientCardViewModel::refreshAll);
     connect(s, &AppStore::isAmbientPlayingChanged, this, &AmbientCardViewModel::refreshAll);
 }
 
 void AmbientCardViewModel::refreshAll() {
-    const AppStore* s = store();
+    const AppStore& s = store();
     m_tiles->update(s);
-    const bool playing = s && s->isAmbientPlaying();
-    const QList<AmbientSound> selected =
-        s ? s->settings().selectedAmbientSounds() : QList<AmbientSound>{};
+    const bool playing = s.isAmbientPlaying();
+    const QList<AmbientSound> selected = s.settings().selectedAmbientSounds();
     QString status = QStringLiteral("点选下面的声音即可试听，可以叠加多种一起放。");
     if (!selected.isEmpty()) {
         QStringList titles;
@@ -43,24 +44,22 @@ QString AmbientCardViewModel::playSymbol() const {
 }
 
 void AmbientCardViewModel::toggleSound(const QString& raw) {
-    if (store() && ambientSoundFromRaw(raw))
-        store()->toggleAmbientSound(*ambientSoundFromRaw(raw));
+    if (ambientSoundFromRaw(raw))
+        store().toggleAmbientSound(*ambientSoundFromRaw(raw));
 }
 
 void AmbientCardViewModel::setVolume(const QString& raw, double volume) {
     const auto sound = ambientSoundFromRaw(raw);
-    if (store() && sound && std::isfinite(volume))
-        store()->setAmbientVolume(volume, *sound);
+    if (sound && std::isfinite(volume))
+        store().setAmbientVolume(volume, *sound);
 }
 
 void AmbientCardViewModel::prepare() {
-    if (store())
-        store()->prepareAmbientPlayback();
+    store().prepareAmbientPlayback();
 }
 
 void AmbientCardViewModel::togglePlayback() {
-    if (store())
-        store()->toggleAmbientPlayback();
+    store().toggleAmbientPlayback();
 }
 
 } // namespace quill

@@ -10,6 +10,7 @@ namespace quill {
 class AmbientCardViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// What is selected or playing, or the hint when nothing is selected.
     Q_PROPERTY(QString statusText READ statusText NOTIFY changed)
     /// The store's playing flag.
@@ -22,7 +23,7 @@ class AmbientCardViewModel : public StoreViewModel {
     Q_PROPERTY(quill::AmbientTileModel* tiles READ tiles CONSTANT)
 
 public:
-    explicit AmbientCardViewModel(QObject* parent = nullptr);
+    explicit AmbientCardViewModel(AppStore& store, QObject* parent = nullptr);
 
     QString statusText() const { return m_statusText; }
     bool playing() const { return m_playing; }
@@ -41,11 +42,9 @@ public:
 Q_SIGNALS:
     void changed();
 
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
-
 private:
+    void connectStore();
+    void refreshAll();
     AmbientTileModel* m_tiles;
     QString m_statusText;
     bool m_playing = false;

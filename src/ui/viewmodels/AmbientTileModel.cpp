@@ -58,14 +58,10 @@ QHash<int, QByteArray> AmbientTileModel::roleNames() const {
             {VolumeRole, "volume"}, {HelpRole, "help"}};
 }
 
-void AmbientTileModel::update(const AppStore* store) {
+void AmbientTileModel::update(const AppStore& store) {
     for (std::size_t i = 0; i < kAmbientSoundCount; ++i) {
         const AmbientSound sound = kAllAmbientSounds[i];
-        Row next;
-        if (store) {
-            next.selected = store->isAmbientSelected(sound);
-            next.volume = store->settings().ambientVolume(sound);
-        }
+        const Row next{store.isAmbientSelected(sound), store.settings().ambientVolume(sound)};
         Row& row = m_rows[i];
         QList<int> roles;
         if (row.selected != next.selected)

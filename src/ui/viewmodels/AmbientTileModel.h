@@ -35,8 +35,8 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    /// Reads selection and volumes from the store (or clears them without one).
-    void update(const AppStore* store);
+    /// Reads selection and volumes from the store.
+    void update(const AppStore& store);
 
 private:
     struct Row {

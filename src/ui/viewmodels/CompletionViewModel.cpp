@@ -13,34 +13,29 @@ qint64 countOf(const QList<FocusEvent>& events, FocusEventKind kind) {
 }
 } // namespace
 
-CompletionViewModel::CompletionViewModel(QObject* parent) : StoreViewModel(parent) {}
-
-void CompletionViewModel::connectStore(AppStore* s) {
+CompletionViewModel::CompletionViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent), m_sheetShown(store.showCompletionSheet()),
+      m_focusedMinutes(store.focusedElapsedSeconds() / 60) {
+    AppStore* s = &store;
     connect(s, &AppStore::showCompletionSheetChanged, this, &CompletionViewModel::onSheetChanged);
     // Four steps a second during a round, but the sheet shows whole minutes.
     connect(s, &AppStore::focusedElapsedSecondsChanged, this, [this] {
-        if (assign(m_focusedMinutes, store()->focusedElapsedSeconds() / 60))
+        if (assign(m_focusedMinutes, this->store().focusedElapsedSeconds() / 60))
             Q_EMIT summaryChanged();
     });
-    connect(s, &AppStore::currentEventsChanged, this, &CompletionViewModel::summaryChanged);
-    connect(s, &AppStore::settingsChanged, this, &CompletionViewModel::summaryChanged);
-    connect(s, &AppStore::musicMessageChanged, this, &CompletionViewModel::summaryChanged);
-}
-
-void CompletionViewModel::refreshAll() {
-    m_sheetShown = store() && store()->showCompletionSheet();
-    m_focusedMinutes = store() ? store()->focusedElapsedSeconds() / 60 : 0;
-    resetInputs();
-    Q_EMIT summaryChanged();
+    follow(&AppStore::currentEventsChanged, &CompletionViewModel::summaryChanged);
+    follow(&AppStore::settingsChanged, &CompletionViewModel::summaryChanged);
+    follow(&AppStore::musicMessageChanged, &CompletionViewModel::summaryChanged);
+    follow(&AppStore::phaseChanged, &CompletionViewModel::summaryChanged);
+    follow(&AppStore::showCompletionSheetChanged, &CompletionViewModel::summaryChanged);
 }
 
 void CompletionViewModel::onSheetChanged() {
-    const bool shown = store() && store()->showCompletionSheet();
+    const bool shown = store().showCompletionSheet();
     // A newly opened sheet starts from the fixed values, never from the previous review.
     if (shown && !m_sheetShown)
         resetInputs();
     m_sheetShown = shown;
-    Q_EMIT summaryChanged();
 }
 
 void CompletionViewModel::resetInputs() {
@@ -72,41 +67,36 @@ void CompletionViewModel::setShowAbandonConfirmation(bool show) {
 }
 
 QString CompletionViewModel::focusedMinutesText() const {
-    return QString::number(store() ? store()->focusedElapsedSeconds() / 60 : 0);
+    return QString::number(m_focusedMinutes);
 }
 
 QString CompletionViewModel::wanderCountText() const {
-    return QString::number(store() ? countOf(store()->currentEvents(), FocusEventKind::mindWander)
-                                   : 0);
+    return QString::number(countOf(store().currentEvents(), FocusEventKind::mindWander));
 }
 
 QString CompletionViewModel::reminderCountText() const {
-    return QString::number(store() ? countOf(store()->currentEvents(), FocusEventKind::reminder)
-                                   : 0);
+    return QString::number(countOf(store().currentEvents(), FocusEventKind::reminder));
 }
 
 QString CompletionViewModel::taskChipText() const {
-    const auto selected = store() ? store()->selectedTaskName() : std::nullopt;
-    return selected.value_or(uncategorizedTaskName());
+    return store().selectedTaskName().value_or(uncategorizedTaskName());
 }
 
 bool CompletionViewModel::taskChipIsTask() const {
-    return store() && store()->selectedTaskName().has_value();
+    return store().selectedTaskName().has_value();
 }
 
 QString CompletionViewModel::musicMessage() const {
-    return store() ? store()->musicMessageText() : QString();
+    return store().musicMessageText();
 }
 
 void CompletionViewModel::save() {
-    if (store())
-        store()->saveCompletion(m_focusRating, m_endEnergy, m_note);
+    store().saveCompletion(m_focusRating, m_endEnergy, m_note);
 }
 
 void CompletionViewModel::confirmAbandon() {
     setShowAbandonConfirmation(false);
-    if (store())
-        store()->abandonSession();
+    store().abandonSession();
 }
 
 } // namespace quill

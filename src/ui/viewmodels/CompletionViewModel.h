@@ -10,6 +10,7 @@ namespace quill {
 class CompletionViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// The focus rating being given, 1–5.
     Q_PROPERTY(int focusRating READ focusRating WRITE setFocusRating NOTIFY inputChanged)
     /// The end energy being given, 1–5.
@@ -33,7 +34,7 @@ class CompletionViewModel : public StoreViewModel {
     Q_PROPERTY(QString musicMessage READ musicMessage NOTIFY summaryChanged)
 
 public:
-    explicit CompletionViewModel(QObject* parent = nullptr);
+    explicit CompletionViewModel(AppStore& store, QObject* parent = nullptr);
 
     int focusRating() const { return m_focusRating; }
     void setFocusRating(int rating);
@@ -58,10 +59,6 @@ public:
 Q_SIGNALS:
     void inputChanged();
     void summaryChanged();
-
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
 
 private:
     void onSheetChanged();

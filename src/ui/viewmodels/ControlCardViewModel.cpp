@@ -5,27 +5,20 @@
 
 namespace quill {
 
-ControlCardViewModel::ControlCardViewModel(QObject* parent) : StoreViewModel(parent) {}
-
-void ControlCardViewModel::connectStore(AppStore* s) {
-    connect(s, &AppStore::phaseChanged, this, &ControlCardViewModel::refreshLock);
-    connect(s, &AppStore::settingsChanged, this, &ControlCardViewModel::settingsDerivedChanged);
-    connect(s, &AppStore::currentStartEnergyChanged, this, &ControlCardViewModel::energyChanged);
-}
-
-void ControlCardViewModel::refreshAll() {
-    refreshLock();
-    Q_EMIT settingsDerivedChanged();
-    Q_EMIT energyChanged();
+ControlCardViewModel::ControlCardViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent), m_locked(store.isRoundDesignLocked()) {
+    connect(&store, &AppStore::phaseChanged, this, &ControlCardViewModel::refreshLock);
+    follow(&AppStore::settingsChanged, &ControlCardViewModel::settingsDerivedChanged);
+    follow(&AppStore::currentStartEnergyChanged, &ControlCardViewModel::energyChanged);
 }
 
 void ControlCardViewModel::refreshLock() {
-    if (assign(m_locked, store() && store()->isRoundDesignLocked()))
+    if (assign(m_locked, store().isRoundDesignLocked()))
         Q_EMIT lockChanged();
 }
 
-AppSettings ControlCardViewModel::settings() const {
-    return store() ? store()->settings() : AppSettings{};
+const AppSettings& ControlCardViewModel::settings() const {
+    return store().settings();
 }
 
 QString ControlCardViewModel::headingTitle() const {
@@ -38,8 +31,7 @@ QString ControlCardViewModel::headingSubtitle() const {
 }
 
 QString ControlCardViewModel::taskLabel() const {
-    const auto selected = store() ? store()->selectedTaskName() : std::nullopt;
-    return selected.value_or(uncategorizedTaskName());
+    return store().selectedTaskName().value_or(uncategorizedTaskName());
 }
 
 QStringList ControlCardViewModel::taskOptions() const {
@@ -47,7 +39,7 @@ QStringList ControlCardViewModel::taskOptions() const {
 }
 
 int ControlCardViewModel::taskIndex() const {
-    const auto selected = store() ? store()->selectedTaskName() : std::nullopt;
+    const auto selected = store().selectedTaskName();
     if (!selected)
         return 0;
     const int at = int(settings().effectiveTaskNames().indexOf(*selected));
@@ -84,7 +76,7 @@ QString ControlCardViewModel::reminderRangeLabel() const {
 }
 
 int ControlCardViewModel::energyLevel() const {
-    return store() ? int(store()->currentStartEnergy()) : 4;
+    return int(store().currentStartEnergy());
 }
 
 QString ControlCardViewModel::energyLabel() const {
@@ -129,13 +121,13 @@ QString ControlCardViewModel::creatorToggleHelp() const {
 }
 
 void ControlCardViewModel::chooseTask(int index) {
-    if (!store() || m_locked)
+    if (m_locked)
         return;
     const QStringList names = settings().effectiveTaskNames();
     if (index >= 1 && index <= names.size())
-        store()->selectTask(names.at(index - 1));
+        store().selectTask(names.at(index - 1));
     else
-        store()->selectTask(std::nullopt);
+        store().selectTask(std::nullopt);
 }
 
 void ControlCardViewModel::chooseDuration(int minutes) {
@@ -154,8 +146,8 @@ void ControlCardViewModel::chooseReminderMaximum(int minutes) {
 }
 
 void ControlCardViewModel::setEnergy(int level) {
-    if (store() && !m_locked)
-        store()->setCurrentStartEnergy(level);
+    if (!m_locked)
+        store().setCurrentStartEnergy(level);
 }
 
 void ControlCardViewModel::toggleTaskCreator() {
@@ -163,7 +155,7 @@ void ControlCardViewModel::toggleTaskCreator() {
 }
 
 bool ControlCardViewModel::commitNewTask() {
-    if (!store() || !store()->addTask(m_newTaskName))
+    if (!store().addTask(m_newTaskName))
         return false;
     m_newTaskName.clear();
     m_showTaskCreator = false;

@@ -12,6 +12,7 @@ namespace quill {
 class ControlCardViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// "设计这一轮" when idle, "本轮设置" during a round.
     Q_PROPERTY(QString headingTitle READ headingTitle NOTIFY lockChanged)
     /// The hint under the heading.
@@ -57,7 +58,7 @@ class ControlCardViewModel : public StoreViewModel {
     Q_PROPERTY(QString creatorToggleHelp READ creatorToggleHelp NOTIFY creatorChanged)
 
 public:
-    explicit ControlCardViewModel(QObject* parent = nullptr);
+    explicit ControlCardViewModel(AppStore& store, QObject* parent = nullptr);
 
     QString headingTitle() const;
     QString headingSubtitle() const;
@@ -102,13 +103,9 @@ Q_SIGNALS:
     void energyChanged();
     void creatorChanged();
 
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
-
 private:
     void refreshLock();
-    AppSettings settings() const;
+    const AppSettings& settings() const;
 
     bool m_locked = false;
     bool m_showTaskCreator = false;

@@ -7,7 +7,9 @@
 
 namespace quill {
 
-FloatingTimerViewModel::FloatingTimerViewModel(QObject* parent) : StoreViewModel(parent) {
+FloatingTimerViewModel::FloatingTimerViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent) {
+    connectStore();
     refreshAll();
 }
 
@@ -16,7 +18,8 @@ QSize FloatingTimerViewModel::panelSize(bool countdown, bool signalButtons) {
     return {signalButtons ? 292 : 264, height};
 }
 
-void FloatingTimerViewModel::connectStore(AppStore* s) {
+void FloatingTimerViewModel::connectStore() {
+    AppStore* s = &store();
     connect(s, &AppStore::settingsChanged, this, &FloatingTimerViewModel::refreshShape);
     connect(s, &AppStore::phaseChanged, this, [this] {
         refreshPhase();
@@ -37,7 +40,7 @@ void FloatingTimerViewModel::refreshAll() {
 }
 
 void FloatingTimerViewModel::refreshShape() {
-    const AppSettings settings = store() ? store()->settings() : AppSettings{};
+    const AppSettings& settings = store().settings();
     bool changed = assign(m_countdown, settings.effectiveFloatingTimerOnMinimize());
     changed = assign(m_signals, settings.effectiveFloatingSignalButtons()) || changed;
     changed = assign(m_dark, settings.effectiveAppearance() == AppearanceMode::dark) || changed;
@@ -46,20 +49,18 @@ void FloatingTimerViewModel::refreshShape() {
 }
 
 void FloatingTimerViewModel::refreshPhase() {
-    if (assign(m_phase, store() ? store()->phase() : SessionPhase::idle))
+    if (assign(m_phase, store().phase()))
         Q_EMIT phaseStateChanged();
 }
 
 void FloatingTimerViewModel::refreshTime() {
-    double progress = 0.02;
-    QString text = viewtext::minutesSeconds(0);
-    if (const AppStore* s = store()) {
-        const bool inBreak = s->phase() == SessionPhase::microBreak;
-        progress = viewtext::ringProgress(true, inBreak, s->focusedElapsedSeconds(),
-                                          s->plannedSeconds(), 0.02, 0.02);
-        text = inBreak ? QString::number(s->breakRemainingSeconds()) + QStringLiteral(" 秒")
-                       : viewtext::minutesSeconds(s->remainingSeconds());
-    }
+    const AppStore& s = store();
+    const bool inBreak = s.phase() == SessionPhase::microBreak;
+    const double progress = viewtext::ringProgress(true, inBreak, s.focusedElapsedSeconds(),
+                                                   s.plannedSeconds(), 0.02, 0.02);
+    const QString text = inBreak
+                             ? QString::number(s.breakRemainingSeconds()) + QStringLiteral(" 秒")
+                             : viewtext::minutesSeconds(s.remainingSeconds());
     // The panel repaints only when what it shows moved, not on every step.
     bool changed = assign(m_ringProgress, progress);
     changed = assign(m_timeText, text) || changed;
@@ -69,11 +70,9 @@ void FloatingTimerViewModel::refreshTime() {
 
 void FloatingTimerViewModel::refreshCounts() {
     int wanders = 0, fatigue = 0;
-    if (const AppStore* s = store()) {
-        for (const FocusEvent& e : s->currentEvents()) {
-            wanders += e.kind == FocusEventKind::mindWander;
-            fatigue += e.kind == FocusEventKind::fatigue;
-        }
+    for (const FocusEvent& e : store().currentEvents()) {
+        wanders += e.kind == FocusEventKind::mindWander;
+        fatigue += e.kind == FocusEventKind::fatigue;
     }
     bool changed = assign(m_wanders, wanders);
     changed = assign(m_fatigue, fatigue) || changed;
@@ -156,22 +155,18 @@ QString FloatingTimerViewModel::fatigueHelp() const {
 }
 
 void FloatingTimerViewModel::roundAction() {
-    if (!store())
-        return;
-    if (store()->phase() == SessionPhase::microBreak)
-        store()->skipMicroBreak();
+    if (store().phase() == SessionPhase::microBreak)
+        store().skipMicroBreak();
     else
-        store()->togglePause();
+        store().togglePause();
 }
 
 void FloatingTimerViewModel::recordMindWander() {
-    if (store())
-        store()->recordMindWander();
+    store().recordMindWander();
 }
 
 void FloatingTimerViewModel::recordFatigue() {
-    if (store())
-        store()->recordFatigue();
+    store().recordFatigue();
 }
 
 } // namespace quill

@@ -12,6 +12,7 @@ namespace quill {
 class FloatingTimerViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// The countdown row is shown (`floatingTimerOnMinimize`, on when unset).
     Q_PROPERTY(bool countdownShown READ countdownShown NOTIFY shapeChanged)
     /// The two signal buttons are shown (`floatingSignalButtons`, off when unset).
@@ -56,7 +57,7 @@ class FloatingTimerViewModel : public StoreViewModel {
     Q_PROPERTY(QString fatigueHelp READ fatigueHelp NOTIFY countsChanged)
 
 public:
-    explicit FloatingTimerViewModel(QObject* parent = nullptr);
+    explicit FloatingTimerViewModel(AppStore& store, QObject* parent = nullptr);
 
     /// Panel size for the two settings, in points; 0 × 0 never opens.
     static QSize panelSize(bool countdown, bool signalButtons);
@@ -96,11 +97,9 @@ Q_SIGNALS:
     void phaseStateChanged();
     void countsChanged();
 
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
-
 private:
+    void connectStore();
+    void refreshAll();
     void refreshShape();
     void refreshPhase();
     void refreshTime();

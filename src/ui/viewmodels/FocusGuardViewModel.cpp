@@ -2,20 +2,18 @@
 
 namespace quill {
 
-FocusGuardViewModel::FocusGuardViewModel(QObject* parent) : StoreViewModel(parent) {}
-
-void FocusGuardViewModel::connectStore(AppStore* store) {
-    connect(store, &AppStore::settingsChanged, this, &FocusGuardViewModel::changed);
-    connect(store, &AppStore::notificationHoldAvailableChanged, this,
-            &FocusGuardViewModel::changed);
+FocusGuardViewModel::FocusGuardViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent) {
+    follow(&AppStore::settingsChanged, &FocusGuardViewModel::changed);
+    follow(&AppStore::notificationHoldAvailableChanged, &FocusGuardViewModel::changed);
 }
 
 bool FocusGuardViewModel::holdAvailable() const {
-    return store() && store()->notificationHoldAvailable();
+    return store().notificationHoldAvailable();
 }
 
 bool FocusGuardViewModel::holdNotifications() const {
-    return holdAvailable() && store()->settings().effectivePauseNotifications();
+    return holdAvailable() && store().settings().effectivePauseNotifications();
 }
 
 void FocusGuardViewModel::setHoldNotifications(bool on) {
@@ -31,7 +29,7 @@ QString FocusGuardViewModel::holdDetail() const {
 }
 
 bool FocusGuardViewModel::pauseOnLock() const {
-    return store() && store()->settings().effectivePauseOnScreenLock();
+    return store().settings().effectivePauseOnScreenLock();
 }
 
 void FocusGuardViewModel::setPauseOnLock(bool on) {

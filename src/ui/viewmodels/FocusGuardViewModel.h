@@ -9,6 +9,7 @@ namespace quill {
 class FocusGuardViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// The desktop lets the app hold its notifications.
     Q_PROPERTY(bool holdAvailable READ holdAvailable NOTIFY changed)
     /// Notifications are held while focusing; shown off where they cannot be.
@@ -20,7 +21,7 @@ class FocusGuardViewModel : public StoreViewModel {
     Q_PROPERTY(bool pauseOnLock READ pauseOnLock WRITE setPauseOnLock NOTIFY changed)
 
 public:
-    explicit FocusGuardViewModel(QObject* parent = nullptr);
+    explicit FocusGuardViewModel(AppStore& store, QObject* parent = nullptr);
 
     bool holdAvailable() const;
     bool holdNotifications() const;
@@ -31,10 +32,6 @@ public:
 
 Q_SIGNALS:
     void changed();
-
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override { Q_EMIT changed(); }
 };
 
 } // namespace quill

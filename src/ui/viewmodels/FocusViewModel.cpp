@@ -17,8 +17,8 @@ QString withUnit(qint64 value, const char* unit) {
 }
 } // namespace
 
-FocusViewModel::FocusViewModel(QObject* parent)
-    : StoreViewModel(parent), m_windowShown(new WindowShown(this)) {
+FocusViewModel::FocusViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent), m_windowShown(new WindowShown(this)) {
     // Coming into view catches up on the steps it let pass.
     connect(m_windowShown, &WindowShown::shownChanged, this, [this] {
         if (!m_windowShown->shown())
@@ -26,10 +26,12 @@ FocusViewModel::FocusViewModel(QObject* parent)
         refreshTimer();
         refreshMetrics();
     });
+    connectStore();
     refreshAll();
 }
 
-void FocusViewModel::connectStore(AppStore* s) {
+void FocusViewModel::connectStore() {
+    AppStore* s = &store();
     connect(s, &AppStore::phaseChanged, this, [this] {
         refreshTimer();
         refreshPhaseState();
@@ -48,9 +50,9 @@ void FocusViewModel::connectStore(AppStore* s) {
         // At rest a step can only turn the hour of the greeting; the rest follows the
         // phase and the settings, which notify on their own. Comparing the hour keeps the
         // steps at rest from building any text.
-        if (store()->localHour() != m_headerHour)
+        if (store().localHour() != m_headerHour)
             refreshHeader();
-        if (!m_windowShown->shown() || !viewtext::isActive(store()->phase()))
+        if (!m_windowShown->shown() || !viewtext::isActive(store().phase()))
             return;
         refreshTimer();
         refreshMetrics();
@@ -74,10 +76,9 @@ void FocusViewModel::refreshAll() {
 }
 
 void FocusViewModel::refreshHeader() {
-    const AppStore* s = store();
-    const SessionPhase phase = s ? s->phase() : SessionPhase::idle;
+    const SessionPhase phase = store().phase();
     const bool active = viewtext::isActive(phase);
-    const int hour = s ? s->localHour() : 12;
+    const int hour = store().localHour();
     m_headerHour = hour;
 
     QString title = QStringLiteral("今天，练习一次完整的注意");
@@ -99,43 +100,39 @@ void FocusViewModel::refreshHeader() {
 }
 
 void FocusViewModel::refreshStatistics() {
-    const AppStore* s = store();
-    bool changed = assign(m_todayMinutesText, withUnit(s ? s->todayMinutes() : 0, " 分钟"));
-    changed |= assign(m_todayWanderText, withUnit(s ? s->todayWanderCount() : 0, " 次"));
-    changed |= assign(m_streakText, withUnit(s ? s->streakDays() : 0, " 天"));
-    changed |= assign(m_recommendationText, QStringLiteral("今天的建议：先做 %1 分钟")
-                                                .arg(s ? s->recommendedMinutes()
-                                                       : AppSettings{}.selectedDurationMinutes));
+    const AppStore& s = store();
+    bool changed = assign(m_todayMinutesText, withUnit(s.todayMinutes(), " 分钟"));
+    changed |= assign(m_todayWanderText, withUnit(s.todayWanderCount(), " 次"));
+    changed |= assign(m_streakText, withUnit(s.streakDays(), " 天"));
+    changed |= assign(m_recommendationText,
+                      QStringLiteral("今天的建议：先做 %1 分钟").arg(s.recommendedMinutes()));
     if (changed)
         Q_EMIT statisticsChanged();
 }
 
 QString FocusViewModel::captionTaskName() const {
-    const AppStore* s = store();
-    if (s->draft() && s->draft()->taskName)
-        return *s->draft()->taskName;
-    if (const auto selected = s->selectedTaskName())
+    const AppStore& s = store();
+    if (s.draft() && s.draft()->taskName)
+        return *s.draft()->taskName;
+    if (const auto selected = s.selectedTaskName())
         return *selected;
     return uncategorizedTaskName();
 }
 
 void FocusViewModel::refreshTimer() {
-    const AppStore* s = store();
-    const SessionPhase phase = s ? s->phase() : SessionPhase::idle;
+    const AppStore& s = store();
+    const SessionPhase phase = s.phase();
     const bool active = viewtext::isActive(phase);
 
     QString text;
     QString caption = QStringLiteral("准备开始");
-    if (!s) {
-        text = viewtext::minutesSeconds(AppSettings{}.selectedDurationMinutes * 60);
-    } else if (phase == SessionPhase::microBreak) {
-        text = QString::number(s->breakRemainingSeconds());
-    } else if (phase == SessionPhase::idle) {
-        text = viewtext::minutesSeconds(s->settings().selectedDurationMinutes * 60);
-    } else {
-        text = viewtext::minutesSeconds(s->remainingSeconds());
-    }
-    if (s && active) {
+    if (phase == SessionPhase::microBreak)
+        text = QString::number(s.breakRemainingSeconds());
+    else if (phase == SessionPhase::idle)
+        text = viewtext::minutesSeconds(s.settings().selectedDurationMinutes * 60);
+    else
+        text = viewtext::minutesSeconds(s.remainingSeconds());
+    if (active) {
         caption = captionTaskName();
         if (phase == SessionPhase::focusing)
             caption += QStringLiteral(" · 净专注剩余");
@@ -144,8 +141,8 @@ void FocusViewModel::refreshTimer() {
         else
             caption += QStringLiteral(" · 闭眼 · 松肩 · 慢呼吸");
     }
-    const double progress = viewtext::ringProgress(
-        active, false, s ? s->focusedElapsedSeconds() : 0, s ? s->plannedSeconds() : 0, 0.01, 1.0);
+    const double progress = viewtext::ringProgress(active, false, s.focusedElapsedSeconds(),
+                                                   s.plannedSeconds(), 0.01, 1.0);
 
     bool changed = assign(m_timerText, text);
     changed |= assign(m_timerCaption, caption);
@@ -155,7 +152,7 @@ void FocusViewModel::refreshTimer() {
 }
 
 void FocusViewModel::refreshPhaseState() {
-    const SessionPhase phase = store() ? store()->phase() : SessionPhase::idle;
+    const SessionPhase phase = store().phase();
     QString title = QStringLiteral("开始这一轮");
     QString symbol = QStringLiteral("play.fill");
     if (phase == SessionPhase::microBreak) {
@@ -181,9 +178,8 @@ void FocusViewModel::refreshPhaseState() {
 }
 
 void FocusViewModel::refreshMetrics() {
-    const AppStore* s = store();
-    const AppSettings settings = s ? s->settings() : AppSettings{};
-    const SessionPhase phase = s ? s->phase() : SessionPhase::idle;
+    const AppSettings& settings = store().settings();
+    const SessionPhase phase = store().phase();
     const bool showNext =
         settings.showNextReminder && viewtext::isActive(phase) && phase != SessionPhase::microBreak;
 
@@ -194,13 +190,13 @@ void FocusViewModel::refreshMetrics() {
     changed |= assign(m_nextReminderVisible, showNext);
     // Only computed while shown: it is the one text that changes on every step.
     changed |= assign(m_nextReminderText,
-                      showNext && s ? s->nextReminderDescription() : QStringLiteral("—"));
+                      showNext ? store().nextReminderDescription() : QStringLiteral("—"));
     if (changed)
         Q_EMIT metricsChanged();
 }
 
 void FocusViewModel::refreshCounts() {
-    const QList<FocusEvent> events = store() ? store()->currentEvents() : QList<FocusEvent>{};
+    const QList<FocusEvent>& events = store().currentEvents();
     bool changed =
         assign(m_wanderCountText, withUnit(countOf(events, FocusEventKind::mindWander), " 次"));
     changed |=
@@ -210,47 +206,40 @@ void FocusViewModel::refreshCounts() {
 }
 
 void FocusViewModel::preparePrimaryAction() {
-    if (store())
-        store()->prepareRoundStart();
+    store().prepareRoundStart();
 }
 
 void FocusViewModel::primaryAction() {
-    AppStore* s = store();
-    if (!s)
-        return;
-    switch (s->phase()) {
+    AppStore& s = store();
+    switch (s.phase()) {
     case SessionPhase::idle:
     case SessionPhase::completed:
-        s->startSession();
+        s.startSession();
         break;
     case SessionPhase::microBreak:
-        s->skipMicroBreak();
+        s.skipMicroBreak();
         break;
     case SessionPhase::focusing:
     case SessionPhase::paused:
-        s->togglePause();
+        s.togglePause();
         break;
     }
 }
 
 void FocusViewModel::requestEnd() {
-    if (store())
-        store()->setShowSessionEndDialog(true);
+    store().setShowSessionEndDialog(true);
 }
 
 void FocusViewModel::recordMindWander() {
-    if (store())
-        store()->recordMindWander();
+    store().recordMindWander();
 }
 
 void FocusViewModel::recordFatigue() {
-    if (store())
-        store()->recordFatigue();
+    store().recordFatigue();
 }
 
 void FocusViewModel::adoptRecommendation() {
-    if (store())
-        store()->adoptRecommendedLength();
+    store().adoptRecommendedLength();
 }
 
 } // namespace quill

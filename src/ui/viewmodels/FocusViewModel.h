@@ -12,6 +12,7 @@ namespace quill {
 class FocusViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// Eyebrow of the heading, by the local hour.
     Q_PROPERTY(QString greeting READ greeting NOTIFY headerChanged)
     /// Heading title by phase.
@@ -64,7 +65,7 @@ class FocusViewModel : public StoreViewModel {
     Q_PROPERTY(QWindow* window READ window WRITE setWindow NOTIFY windowChanged)
 
 public:
-    explicit FocusViewModel(QObject* parent = nullptr);
+    explicit FocusViewModel(AppStore& store, QObject* parent = nullptr);
 
     QString greeting() const { return m_greeting; }
     QString title() const { return m_title; }
@@ -112,11 +113,9 @@ Q_SIGNALS:
     void countsChanged();
     void windowChanged();
 
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
-
 private:
+    void connectStore();
+    void refreshAll();
     void refreshHeader();
     void refreshStatistics();
     void refreshTimer();

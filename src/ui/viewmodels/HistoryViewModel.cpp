@@ -5,17 +5,19 @@
 
 namespace quill {
 
-HistoryViewModel::HistoryViewModel(QObject* parent) : StoreViewModel(parent) {
+HistoryViewModel::HistoryViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent) {
+    connectStore();
     refreshAll();
 }
 
-void HistoryViewModel::connectStore(AppStore* s) {
+void HistoryViewModel::connectStore() {
+    AppStore* s = &store();
     connect(s, &AppStore::sessionsChanged, this, &HistoryViewModel::refreshAll);
 }
 
 void HistoryViewModel::refreshAll() {
-    const QList<StudySession> none;
-    const QList<StudySession>& sessions = store() ? store()->sessions() : none;
+    const QList<StudySession>& sessions = store().sessions();
     m_list.setSessions(sessions);
 
     const qint64 minutes = Statistics::totalMinutes(sessions);
@@ -40,11 +42,9 @@ void HistoryViewModel::confirmDelete() {
         return;
     const QUuid id = *std::exchange(m_pendingId, std::nullopt);
     Q_EMIT confirmingDeleteChanged();
-    if (!store())
-        return;
-    for (const StudySession& s : store()->sessions()) {
+    for (const StudySession& s : store().sessions()) {
         if (s.id == id) {
-            store()->removeSession(s);
+            store().removeSession(s);
             return;
         }
     }
@@ -58,13 +58,11 @@ void HistoryViewModel::cancelDelete() {
 }
 
 void HistoryViewModel::exportCsv() {
-    if (store())
-        store()->exportSessions();
+    store().exportSessions();
 }
 
 void HistoryViewModel::showFocus() {
-    if (store())
-        store()->setSelectedSection(AppSection::focus);
+    store().setSelectedSection(AppSection::focus);
 }
 
 } // namespace quill

@@ -9,6 +9,7 @@ namespace quill {
 class HistoryViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// The sessions as list rows, newest first.
     Q_PROPERTY(quill::SessionListModel* sessions READ sessions CONSTANT)
     /// No session is stored: the empty state replaces the totals and the list.
@@ -23,7 +24,7 @@ class HistoryViewModel : public StoreViewModel {
     Q_PROPERTY(bool confirmingDelete READ confirmingDelete NOTIFY confirmingDeleteChanged)
 
 public:
-    explicit HistoryViewModel(QObject* parent = nullptr);
+    explicit HistoryViewModel(AppStore& store, QObject* parent = nullptr);
 
     SessionListModel* sessions() { return &m_list; }
     bool empty() const { return m_empty; }
@@ -47,11 +48,9 @@ Q_SIGNALS:
     void totalsChanged();
     void confirmingDeleteChanged();
 
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
-
 private:
+    void connectStore();
+    void refreshAll();
     SessionListModel m_list;
     bool m_empty = true;
     QString m_countText, m_minutesText, m_averageFocusText;

@@ -26,11 +26,14 @@ QString minutesText(qint64 minutes) {
 }
 } // namespace
 
-InsightsViewModel::InsightsViewModel(QObject* parent) : StoreViewModel(parent) {
+InsightsViewModel::InsightsViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent) {
+    connectStore();
     refreshAll();
 }
 
-void InsightsViewModel::connectStore(AppStore* s) {
+void InsightsViewModel::connectStore() {
+    AppStore* s = &store();
     // No figure here reads the settings, so a volume drag on another screen costs nothing.
     connect(s, &AppStore::statisticsChanged, this, &InsightsViewModel::refreshAll);
 }
@@ -54,10 +57,8 @@ std::pair<int, int> InsightsViewModel::niceAxis(qint64 largest) {
 }
 
 void InsightsViewModel::refreshAll() {
-    const AppStore* s = store();
-    const QList<StudySession> none;
-    const QList<StudySession>& sessions = s ? s->sessions() : none;
-    const QDateTime now = s ? s->now() : QDateTime::currentDateTimeUtc();
+    const QList<StudySession>& sessions = store().sessions();
+    const QDateTime now = store().now();
 
     const qint64 capacity = Statistics::attentionCapacityMinutes(sessions);
     const qint64 recommended = Statistics::recommendedMinutes(sessions);
@@ -124,10 +125,8 @@ void InsightsViewModel::refreshAll() {
 }
 
 void InsightsViewModel::adoptRecommendation() {
-    if (!store())
-        return;
-    store()->adoptRecommendedLength();
-    store()->setSelectedSection(AppSection::focus);
+    store().adoptRecommendedLength();
+    store().setSelectedSection(AppSection::focus);
 }
 
 } // namespace quill

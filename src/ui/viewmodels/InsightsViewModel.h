@@ -12,6 +12,7 @@ namespace quill {
 class InsightsViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// "基于最近 N 轮".
     Q_PROPERTY(QString sampleText READ sampleText NOTIFY figuresChanged)
     /// The four tiles in order: maps with "symbol", "value", "label", "footnote", "tint".
@@ -37,7 +38,7 @@ class InsightsViewModel : public StoreViewModel {
     Q_PROPERTY(int trendAxisMax READ trendAxisMax NOTIFY figuresChanged)
 
 public:
-    explicit InsightsViewModel(QObject* parent = nullptr);
+    explicit InsightsViewModel(AppStore& store, QObject* parent = nullptr);
 
     QString sampleText() const { return m_sampleText; }
     QVariantList tiles() const { return m_tiles; }
@@ -60,11 +61,9 @@ public:
 Q_SIGNALS:
     void figuresChanged();
 
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
-
 private:
+    void connectStore();
+    void refreshAll();
     QString m_sampleText;
     QVariantList m_tiles, m_weekBars, m_taskRows, m_trendPoints;
     int m_weekAxisMax = 0, m_weekTickCount = 0, m_trendAxisMax = 0;

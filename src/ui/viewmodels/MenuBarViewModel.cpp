@@ -4,42 +4,42 @@
 
 namespace quill {
 
-MenuBarViewModel::MenuBarViewModel(QObject* parent) : StoreViewModel(parent) {
+MenuBarViewModel::MenuBarViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent) {
+    connectStore();
     refreshAll();
 }
 
-void MenuBarViewModel::connectStore(AppStore* s) {
+void MenuBarViewModel::connectStore() {
+    AppStore* s = &store();
     connect(s, &AppStore::phaseChanged, this, [this] {
         refreshPhase();
         refreshTime();
     });
     connect(s, &AppStore::remainingSecondsChanged, this, &MenuBarViewModel::refreshTime);
     connect(s, &AppStore::breakRemainingSecondsChanged, this, &MenuBarViewModel::refreshTime);
-    connect(s, &AppStore::settingsChanged, this, &MenuBarViewModel::settingsDerivedChanged);
-    connect(s, &AppStore::isAmbientPlayingChanged, this, &MenuBarViewModel::ambientChanged);
+    follow(&AppStore::settingsChanged, &MenuBarViewModel::settingsDerivedChanged);
+    follow(&AppStore::isAmbientPlayingChanged, &MenuBarViewModel::ambientChanged);
 }
 
 void MenuBarViewModel::refreshAll() {
     refreshPhase();
     refreshTime();
-    Q_EMIT settingsDerivedChanged();
-    Q_EMIT ambientChanged();
 }
 
 void MenuBarViewModel::refreshPhase() {
-    bool changed = assign(m_phase, store() ? store()->phase() : SessionPhase::idle);
-    changed |= assign(m_reviewPending, store() && store()->isReviewPending());
+    bool changed = assign(m_phase, store().phase());
+    changed |= assign(m_reviewPending, store().isReviewPending());
     if (changed)
         Q_EMIT phaseStateChanged();
 }
 
 void MenuBarViewModel::refreshTime() {
-    QString line;
-    if (const AppStore* s = store()) {
-        line = s->phase() == SessionPhase::microBreak
-                   ? QString::number(s->breakRemainingSeconds()) + QStringLiteral(" 秒后继续")
-                   : viewtext::minutesSeconds(s->remainingSeconds());
-    }
+    const AppStore& s = store();
+    const QString line =
+        s.phase() == SessionPhase::microBreak
+            ? QString::number(s.breakRemainingSeconds()) + QStringLiteral(" 秒后继续")
+            : viewtext::minutesSeconds(s.remainingSeconds());
     if (assign(m_timeLine, line))
         Q_EMIT timeChanged();
 }
@@ -65,43 +65,35 @@ QString MenuBarViewModel::pauseTitle() const {
 }
 
 QString MenuBarViewModel::startTitle() const {
-    const qint64 minutes = store() ? store()->settings().selectedDurationMinutes
-                                   : AppSettings{}.selectedDurationMinutes;
-    return QStringLiteral("开始 %1 分钟").arg(minutes);
+    return QStringLiteral("开始 %1 分钟").arg(store().settings().selectedDurationMinutes);
 }
 
 QString MenuBarViewModel::ambientLabel() const {
-    return store() && store()->isAmbientPlaying() ? QStringLiteral("环境音播放中")
-                                                  : QStringLiteral("环境音");
+    return store().isAmbientPlaying() ? QStringLiteral("环境音播放中") : QStringLiteral("环境音");
 }
 
 QString MenuBarViewModel::ambientButtonTitle() const {
-    return store() && store()->isAmbientPlaying() ? QStringLiteral("暂停") : QStringLiteral("播放");
+    return store().isAmbientPlaying() ? QStringLiteral("暂停") : QStringLiteral("播放");
 }
 
 void MenuBarViewModel::start() {
-    if (store())
-        store()->startSession();
+    store().startSession();
 }
 
 void MenuBarViewModel::togglePause() {
-    if (store())
-        store()->togglePause();
+    store().togglePause();
 }
 
 void MenuBarViewModel::skipMicroBreak() {
-    if (store())
-        store()->skipMicroBreak();
+    store().skipMicroBreak();
 }
 
 void MenuBarViewModel::recordMindWander() {
-    if (store())
-        store()->recordMindWander();
+    store().recordMindWander();
 }
 
 void MenuBarViewModel::toggleAmbient() {
-    if (store())
-        store()->toggleAmbientPlayback();
+    store().toggleAmbientPlayback();
 }
 
 } // namespace quill

@@ -9,6 +9,7 @@ namespace quill {
 class MenuBarViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// "sparkles" during a micro-break, else "leaf.fill".
     Q_PROPERTY(QString headerSymbol READ headerSymbol NOTIFY phaseStateChanged)
     /// "微休息", "专注中" or "Quillmere".
@@ -32,7 +33,7 @@ class MenuBarViewModel : public StoreViewModel {
     Q_PROPERTY(QString ambientButtonTitle READ ambientButtonTitle NOTIFY ambientChanged)
 
 public:
-    explicit MenuBarViewModel(QObject* parent = nullptr);
+    explicit MenuBarViewModel(AppStore& store, QObject* parent = nullptr);
 
     QString headerSymbol() const;
     QString title() const;
@@ -58,11 +59,9 @@ Q_SIGNALS:
     void settingsDerivedChanged();
     void ambientChanged();
 
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
-
 private:
+    void connectStore();
+    void refreshAll();
     void refreshPhase();
     void refreshTime();
 

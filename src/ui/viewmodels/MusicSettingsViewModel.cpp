@@ -4,8 +4,15 @@
 
 namespace quill {
 
-MusicSettingsViewModel::MusicSettingsViewModel(QObject* parent)
-    : StoreViewModel(parent), m_probe(createMusicPlayerProbe()) {}
+MusicSettingsViewModel::MusicSettingsViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent), m_probe(createMusicPlayerProbe()) {
+    follow(&AppStore::settingsChanged, &MusicSettingsViewModel::changed);
+    follow(&AppStore::musicMessageChanged, &MusicSettingsViewModel::messageChanged);
+    connect(&store, &AppStore::settingsChanged, this, [this] {
+        if (service() != m_lastService)
+            refreshPlayer();
+    });
+}
 
 MusicSettingsViewModel::~MusicSettingsViewModel() {
     *m_alive = false;
@@ -16,23 +23,8 @@ void MusicSettingsViewModel::setProbe(std::shared_ptr<MusicPlayerProbe> probe) {
     refreshPlayer();
 }
 
-void MusicSettingsViewModel::connectStore(AppStore* s) {
-    connect(s, &AppStore::settingsChanged, this, [this] {
-        Q_EMIT changed();
-        if (service() != m_lastService)
-            refreshPlayer();
-    });
-    connect(s, &AppStore::musicMessageChanged, this, &MusicSettingsViewModel::messageChanged);
-}
-
-void MusicSettingsViewModel::refreshAll() {
-    Q_EMIT changed();
-    Q_EMIT messageChanged();
-    Q_EMIT hintChanged();
-}
-
 AppSettings MusicSettingsViewModel::current() const {
-    return store() ? store()->settings() : AppSettings{};
+    return store().settings();
 }
 
 MusicService MusicSettingsViewModel::service() const {
@@ -155,7 +147,7 @@ bool MusicSettingsViewModel::testEnabled() const {
 }
 
 QString MusicSettingsViewModel::message() const {
-    return store() ? store()->musicMessageText() : QString();
+    return store().musicMessageText();
 }
 
 QString MusicSettingsViewModel::messageTint() const {
@@ -182,8 +174,8 @@ void MusicSettingsViewModel::refreshPlayer() {
 }
 
 void MusicSettingsViewModel::testMusic() {
-    if (store() && testEnabled())
-        store()->testMusic();
+    if (testEnabled())
+        store().testMusic();
 }
 
 } // namespace quill

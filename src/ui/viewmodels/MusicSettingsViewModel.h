@@ -14,6 +14,7 @@ namespace quill {
 class MusicSettingsViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// Start music when a round completes.
     Q_PROPERTY(bool autoPlay READ autoPlay WRITE setAutoPlay NOTIFY changed)
     /// "结束后自动播放当前队列" for NetEase, else "结束后自动随机播放".
@@ -49,7 +50,7 @@ class MusicSettingsViewModel : public StoreViewModel {
     Q_PROPERTY(QString messageTint READ messageTint NOTIFY messageChanged)
 
 public:
-    explicit MusicSettingsViewModel(QObject* parent = nullptr);
+    explicit MusicSettingsViewModel(AppStore& store, QObject* parent = nullptr);
     ~MusicSettingsViewModel() override;
 
     /// Replaces the player search (tests pass a scripted one).
@@ -85,10 +86,6 @@ Q_SIGNALS:
     void changed();
     void hintChanged();
     void messageChanged();
-
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
 
 private:
     AppSettings current() const;

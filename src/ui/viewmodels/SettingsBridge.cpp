@@ -5,14 +5,12 @@
 
 namespace quill {
 
-SettingsBridge::SettingsBridge(QObject* parent) : StoreViewModel(parent) {}
-
-void SettingsBridge::connectStore(AppStore* store) {
-    connect(store, &AppStore::settingsChanged, this, &SettingsBridge::changed);
+SettingsBridge::SettingsBridge(AppStore& store, QObject* parent) : StoreViewModel(store, parent) {
+    follow(&AppStore::settingsChanged, &SettingsBridge::changed);
 }
 
 AppSettings SettingsBridge::current() const {
-    return store() ? store()->settings() : AppSettings{};
+    return store().settings();
 }
 
 bool SettingsBridge::ambientFollowsFocus() const {

@@ -9,6 +9,7 @@ namespace quill {
 class SettingsBridge : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// Ambient sound follows the round's phases (on when unset).
     Q_PROPERTY(bool ambientFollowsFocus READ ambientFollowsFocus WRITE setAmbientFollowsFocus NOTIFY
                    changed)
@@ -17,7 +18,7 @@ class SettingsBridge : public StoreViewModel {
                    NOTIFY changed)
 
 public:
-    explicit SettingsBridge(QObject* parent = nullptr);
+    explicit SettingsBridge(AppStore& store, QObject* parent = nullptr);
 
     bool ambientFollowsFocus() const;
     void setAmbientFollowsFocus(bool follows);
@@ -26,10 +27,6 @@ public:
 
 Q_SIGNALS:
     void changed();
-
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override { Q_EMIT changed(); }
 
 private:
     AppSettings current() const;

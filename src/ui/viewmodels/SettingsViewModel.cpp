@@ -4,25 +4,19 @@
 
 namespace quill {
 
-SettingsViewModel::SettingsViewModel(QObject* parent) : StoreViewModel(parent) {}
-
-void SettingsViewModel::connectStore(AppStore* s) {
-    connect(s, &AppStore::settingsChanged, this, &SettingsViewModel::changed);
-    connect(s, &AppStore::sessionsChanged, this, [this] {
-        Q_EMIT sessionsChanged();
+SettingsViewModel::SettingsViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent) {
+    follow(&AppStore::settingsChanged, &SettingsViewModel::changed);
+    follow(&AppStore::sessionsChanged, &SettingsViewModel::sessionsChanged);
+    connect(&store, &AppStore::sessionsChanged, this, [this] {
         // The alert asks about stored rounds; with none left there is nothing to confirm.
         if (!clearEnabled())
             setClearConfirmation(false);
     });
 }
 
-void SettingsViewModel::refreshAll() {
-    Q_EMIT changed();
-    Q_EMIT sessionsChanged();
-}
-
 AppSettings SettingsViewModel::current() const {
-    return store() ? store()->settings() : AppSettings{};
+    return store().settings();
 }
 
 int SettingsViewModel::reminderMinimum() const {
@@ -146,22 +140,19 @@ QString SettingsViewModel::dataSubtitle() {
 }
 
 bool SettingsViewModel::clearEnabled() const {
-    return store() && store()->sessionCount() > 0;
+    return store().sessionCount() > 0;
 }
 
 void SettingsViewModel::previewReminderSound() {
-    if (store())
-        store()->playSound(current().reminderSound);
+    store().playSound(current().reminderSound);
 }
 
 void SettingsViewModel::previewCompletionSound() {
-    if (store())
-        store()->playSound(current().completionSound);
+    store().playSound(current().completionSound);
 }
 
 void SettingsViewModel::exportSessions() {
-    if (store())
-        store()->exportSessions();
+    store().exportSessions();
 }
 
 void SettingsViewModel::requestClear() {
@@ -177,8 +168,7 @@ void SettingsViewModel::confirmClear() {
     if (!m_clearConfirmation)
         return;
     setClearConfirmation(false);
-    if (store())
-        store()->clearHistory();
+    store().clearHistory();
 }
 
 void SettingsViewModel::setClearConfirmation(bool shown) {

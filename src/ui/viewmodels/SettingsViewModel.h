@@ -13,6 +13,7 @@ namespace quill {
 class SettingsViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// Earliest reminder, minutes; its stepper runs 1…60.
     Q_PROPERTY(int reminderMinimum READ reminderMinimum WRITE setReminderMinimum NOTIFY changed)
     /// Latest reminder, minutes; its stepper runs `reminderMaximumFrom`…90.
@@ -55,7 +56,7 @@ class SettingsViewModel : public StoreViewModel {
         bool clearConfirmationShown READ clearConfirmationShown NOTIFY clearConfirmationChanged)
 
 public:
-    explicit SettingsViewModel(QObject* parent = nullptr);
+    explicit SettingsViewModel(AppStore& store, QObject* parent = nullptr);
 
     int reminderMinimum() const;
     void setReminderMinimum(int minutes);
@@ -104,10 +105,6 @@ Q_SIGNALS:
     void changed();
     void sessionsChanged();
     void clearConfirmationChanged();
-
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
 
 private:
     AppSettings current() const;

@@ -21,11 +21,13 @@ constexpr SectionInfo kSections[] = {
 constexpr int kSectionCount = int(std::size(kSections));
 } // namespace
 
-ShellViewModel::ShellViewModel(QObject* parent) : StoreViewModel(parent) {
+ShellViewModel::ShellViewModel(AppStore& store, QObject* parent) : StoreViewModel(store, parent) {
+    connectStore();
     refreshAll();
 }
 
-void ShellViewModel::connectStore(AppStore* s) {
+void ShellViewModel::connectStore() {
+    AppStore* s = &store();
     connect(s, &AppStore::selectedSectionChanged, this, &ShellViewModel::refreshSection);
     connect(s, &AppStore::phaseChanged, this, &ShellViewModel::refreshActive);
     connect(s, &AppStore::statisticsChanged, this, &ShellViewModel::refreshToday);
@@ -59,7 +61,7 @@ QString ShellViewModel::selectedKey() const {
 }
 
 void ShellViewModel::refreshSection() {
-    const AppSection section = store() ? store()->selectedSection() : AppSection::focus;
+    const AppSection section = store().selectedSection();
     int index = 0;
     for (int i = 0; i < kSectionCount; ++i)
         if (kSections[i].section == section)
@@ -69,15 +71,15 @@ void ShellViewModel::refreshSection() {
 }
 
 void ShellViewModel::refreshActive() {
-    if (assign(m_sessionActive, store() && store()->isSessionActive()))
+    if (assign(m_sessionActive, store().isSessionActive()))
         Q_EMIT activeChanged();
 }
 
 void ShellViewModel::refreshToday() {
-    const AppStore* s = store();
-    const qint64 streak = s ? s->streakDays() : 0;
-    bool changed = assign(m_todayMinutes, QString::number(s ? s->todayMinutes() : 0));
-    changed |= assign(m_todaySessions, QString::number(s ? s->todaySessionCount() : 0));
+    const AppStore& s = store();
+    const qint64 streak = s.streakDays();
+    bool changed = assign(m_todayMinutes, QString::number(s.todayMinutes()));
+    changed |= assign(m_todaySessions, QString::number(s.todaySessionCount()));
     changed |= assign(m_streakLine, streak != 0 ? QStringLiteral("连续 %1 天").arg(streak)
                                                 : QStringLiteral("从今天开始"));
     if (changed)
@@ -85,27 +87,27 @@ void ShellViewModel::refreshToday() {
 }
 
 void ShellViewModel::refreshAppearance() {
-    const bool dark = !store() || store()->settings().effectiveAppearance() == AppearanceMode::dark;
+    const bool dark = store().settings().effectiveAppearance() == AppearanceMode::dark;
     if (assign(m_dark, dark))
         Q_EMIT appearanceChanged();
 }
 
 void ShellViewModel::refreshToast() {
-    const QString message = store() ? store()->toastMessageText() : QString();
+    const QString message = store().toastMessageText();
     bool changed = assign(m_toastVisible, !message.isEmpty());
     // The text stays while the toast leaves, so it does not go blank mid-fade.
     if (!message.isEmpty()) {
         changed |= assign(m_toastText, message);
-        changed |= assign(m_toastWarning, store()->toastIsWarning());
+        changed |= assign(m_toastWarning, store().toastIsWarning());
     }
     if (changed)
         Q_EMIT toastChanged();
 }
 
 void ShellViewModel::refreshOverlays() {
-    bool changed = assign(m_endDialogVisible, store() && store()->showSessionEndDialog());
-    changed |= assign(m_reviewVisible, store() && store()->showCompletionSheet());
-    changed |= assign(m_reviewPending, store() && store()->isReviewPending());
+    bool changed = assign(m_endDialogVisible, store().showSessionEndDialog());
+    changed |= assign(m_reviewVisible, store().showCompletionSheet());
+    changed |= assign(m_reviewPending, store().isReviewPending());
     // The question has nothing left to ask once the round is over (saved or abandoned).
     if (m_quitConfirmVisible && !roundUnderWay())
         changed |= assign(m_quitConfirmVisible, false);
@@ -134,7 +136,7 @@ QString ShellViewModel::quitCancelTitle() const {
 }
 
 bool ShellViewModel::roundUnderWay() const {
-    return store() && (store()->isSessionActive() || store()->isReviewPending());
+    return store().isSessionActive() || store().isReviewPending();
 }
 
 ShellViewModel::CloseAction ShellViewModel::closeAction(bool trayHost) const {
@@ -157,8 +159,7 @@ void ShellViewModel::requestQuit() {
 void ShellViewModel::confirmQuit() {
     if (assign(m_quitConfirmVisible, false))
         Q_EMIT overlaysChanged();
-    if (store())
-        store()->abandonSession();
+    store().abandonSession();
     if (!holdQuit())
         Q_EMIT quitApproved();
 }
@@ -169,30 +170,25 @@ void ShellViewModel::cancelQuit() {
 }
 
 void ShellViewModel::selectSection(int index) {
-    if (store() && index >= 0 && index < kSectionCount)
-        store()->setSelectedSection(kSections[index].section);
+    if (index >= 0 && index < kSectionCount)
+        store().setSelectedSection(kSections[index].section);
 }
 
 void ShellViewModel::toggleAppearance() {
-    if (store())
-        store()->toggleAppearance();
+    store().toggleAppearance();
 }
 
 void ShellViewModel::continueRound() {
-    if (store())
-        store()->continueSession();
+    store().continueSession();
 }
 
 void ShellViewModel::reviewRound() {
-    if (store())
-        store()->endSessionForReview();
+    store().endSessionForReview();
 }
 
 void ShellViewModel::abandonRound() {
-    if (!store())
-        return;
-    store()->setShowSessionEndDialog(false);
-    store()->abandonSession();
+    store().setShowSessionEndDialog(false);
+    store().abandonSession();
 }
 
 bool ShellViewModel::closingQuits() {
@@ -200,9 +196,9 @@ bool ShellViewModel::closingQuits() {
 }
 
 bool ShellViewModel::holdQuit() {
-    if (m_quitConfirmed || !store() || !store()->lastSaveFailed())
+    if (m_quitConfirmed || !store().lastSaveFailed())
         return false;
-    const AppStore::FinalSave last = store()->saveBeforeQuit();
+    const AppStore::FinalSave last = store().saveBeforeQuit();
     if (last.saved)
         return false;
     QString text = QStringLiteral("无法保存专注记录：") + last.error +

@@ -11,6 +11,7 @@ namespace quill {
 class ShellViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// The four sections: maps with "key", "title" and "symbol", in sidebar order.
     Q_PROPERTY(QVariantList sections READ sections CONSTANT)
     /// Index of the section shown.
@@ -61,7 +62,7 @@ public:
     enum CloseAction { HideWindow, MinimiseWindow, QuitApp };
     Q_ENUM(CloseAction)
 
-    explicit ShellViewModel(QObject* parent = nullptr);
+    explicit ShellViewModel(AppStore& store, QObject* parent = nullptr);
 
     static QVariantList sections();
     int selectedIndex() const { return m_selectedIndex; }
@@ -125,11 +126,9 @@ Q_SIGNALS:
     /// The main window must come to the front (the quit question is shown in it).
     void windowWanted();
 
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
-
 private:
+    void connectStore();
+    void refreshAll();
     void refreshSection();
     void refreshActive();
     void refreshToday();

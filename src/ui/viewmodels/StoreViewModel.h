@@ -2,42 +2,34 @@
 
 #include "store/AppStore.h"
 
+#include <QHash>
+#include <QMetaMethod>
 #include <QObject>
-#include <QPointer>
+#include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 namespace quill {
 
-/// Base of the screens' view models: holds the store, reconnects when it changes and
-/// asks the subclass to recompute. Subclasses emit their change signals only when a
-/// derived value really changed, so a timer step that changes nothing redraws nothing.
+/// Base of the screens' view models: holds the app's one store, given at construction.
+/// Change signals go out only when a value they announce really changed, so a step that
+/// changes nothing redraws nothing: view models that keep their values compare them with
+/// `assign`, and those that compute on read `follow` the store through a gate that compares
+/// what their getters read.
 class StoreViewModel : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
-    /// The store the view reads and commands.
-    Q_PROPERTY(quill::AppStore* store READ store WRITE setStore NOTIFY storeChanged)
 
 public:
-    explicit StoreViewModel(QObject* parent = nullptr) : QObject(parent) {}
+    explicit StoreViewModel(AppStore& store, QObject* parent = nullptr)
+        : QObject(parent), m_store(store) {}
 
-    AppStore* store() const { return m_store; }
-    void setStore(AppStore* store);
-
-Q_SIGNALS:
-    void storeChanged();
+    AppStore& store() const { return m_store; }
 
 protected:
-    /// Connects the store signals the subclass follows; called for each new store.
-    virtual void connectStore(AppStore* store) { Q_UNUSED(store); }
-    /// Recomputes every derived value (also with no store, to fall back to empty values).
-    virtual void refreshAll() {}
-
-    /// Edits the settings through the store's one command; false without a store or when the
-    /// store refuses the edit.
+    /// Edits the settings through the store's one command; false when the store refuses.
+    /// The view that proposed the value is told what came of it, repaired or refused.
     bool editSettings(const std::function<void(AppSettings&)>& edit,
-                      AppStore::EditTime when = AppStore::EditTime::anyTime) const {
-        return store() && store()->editSettings(edit, when);
-    }
+                      AppStore::EditTime when = AppStore::EditTime::anyTime);
 
     /// Assigns and reports whether the value changed.
     template <class T> static bool assign(T& field, const T& value) {
@@ -47,8 +39,28 @@ protected:
         return true;
     }
 
+    /// After the store's `trigger`, emits `notify` only if a property it announces now reads
+    /// differently from the last time it was announced. Call once the getters can be read.
+    template <class Trigger, class Notify> void follow(Trigger trigger, Notify notify) {
+        using Self = typename QtPrivate::FunctionPointer<Notify>::Object;
+        const int index = QMetaMethod::fromSignal(notify).methodIndex();
+        if (!m_announced.contains(index)) {
+            m_announced.insert(index, readAnnounced(index));
+            // Announced some other way (a view's own edit): remember what it showed then.
+            connect(static_cast<Self*>(this), notify, this, [this, index] { remember(index); });
+        }
+        connect(&m_store, trigger, this, [this, index] { announceIfChanged(index); });
+    }
+
 private:
-    QPointer<AppStore> m_store;
+    QVariantList readAnnounced(int notifyIndex) const;
+    void remember(int notifyIndex);
+    void announceIfChanged(int notifyIndex);
+
+    AppStore& m_store;
+    QHash<int, QVariantList> m_announced; // per change signal, what its properties last read
+    bool m_announcing = false;
+    bool m_viewEdits = false; // a view's proposed value is being applied
 };
 
 } // namespace quill

@@ -4,29 +4,23 @@
 
 namespace quill {
 
-TaskSettingsViewModel::TaskSettingsViewModel(QObject* parent) : StoreViewModel(parent) {}
-
-void TaskSettingsViewModel::connectStore(AppStore* s) {
-    connect(s, &AppStore::settingsChanged, this, &TaskSettingsViewModel::refreshRows);
-    connect(s, &AppStore::sessionsChanged, this, &TaskSettingsViewModel::refreshRows);
-    connect(s, &AppStore::phaseChanged, this, &TaskSettingsViewModel::inputChanged);
-}
-
-void TaskSettingsViewModel::refreshAll() {
+TaskSettingsViewModel::TaskSettingsViewModel(AppStore& store, QObject* parent)
+    : StoreViewModel(store, parent) {
+    connect(&store, &AppStore::settingsChanged, this, &TaskSettingsViewModel::refreshRows);
+    connect(&store, &AppStore::sessionsChanged, this, &TaskSettingsViewModel::refreshRows);
+    follow(&AppStore::phaseChanged, &TaskSettingsViewModel::inputChanged);
     refreshRows();
-    Q_EMIT inputChanged();
 }
 
 void TaskSettingsViewModel::refreshRows() {
     QVariantList rows;
-    if (const AppStore* s = store()) {
-        const std::optional<QString> selected = s->selectedTaskName();
-        for (const QString& name : s->settings().effectiveTaskNames()) {
-            rows.append(QVariantMap{{QStringLiteral("name"), name},
-                                    {QStringLiteral("current"), selected && *selected == name},
-                                    {QStringLiteral("countText"),
-                                     QStringLiteral("%1 轮").arg(s->taskSessionCount(name))}});
-        }
+    const AppStore& s = store();
+    const std::optional<QString> selected = s.selectedTaskName();
+    for (const QString& name : s.settings().effectiveTaskNames()) {
+        rows.append(QVariantMap{
+            {QStringLiteral("name"), name},
+            {QStringLiteral("current"), selected && *selected == name},
+            {QStringLiteral("countText"), QStringLiteral("%1 轮").arg(s.taskSessionCount(name))}});
     }
     // Settings change on every ambient slider move; the list redraws only when it changed.
     if (assign(m_rows, rows))
@@ -39,7 +33,7 @@ void TaskSettingsViewModel::setNewTaskName(const QString& name) {
 }
 
 bool TaskSettingsViewModel::inputEnabled() const {
-    return store() && !store()->isSessionActive();
+    return !store().isSessionActive();
 }
 
 bool TaskSettingsViewModel::addEnabled() const {
@@ -47,15 +41,14 @@ bool TaskSettingsViewModel::addEnabled() const {
 }
 
 bool TaskSettingsViewModel::addTask() {
-    if (!addEnabled() || !store()->addTask(m_newTaskName))
+    if (!addEnabled() || !store().addTask(m_newTaskName))
         return false;
     setNewTaskName(QString());
     return true;
 }
 
 void TaskSettingsViewModel::removeTask(const QString& name) {
-    if (store())
-        store()->removeTask(name);
+    store().removeTask(name);
 }
 
 } // namespace quill

@@ -11,6 +11,7 @@ namespace quill {
 class TaskSettingsViewModel : public StoreViewModel {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("Built by ViewModels on the app's store")
     /// The text typed for a new task.
     Q_PROPERTY(QString newTaskName READ newTaskName WRITE setNewTaskName NOTIFY inputChanged)
     /// The input row accepts typing: no round is running.
@@ -21,7 +22,7 @@ class TaskSettingsViewModel : public StoreViewModel {
     Q_PROPERTY(QVariantList rows READ rows NOTIFY rowsChanged)
 
 public:
-    explicit TaskSettingsViewModel(QObject* parent = nullptr);
+    explicit TaskSettingsViewModel(AppStore& store, QObject* parent = nullptr);
 
     QString newTaskName() const { return m_newTaskName; }
     void setNewTaskName(const QString& name);
@@ -37,10 +38,6 @@ public:
 Q_SIGNALS:
     void inputChanged();
     void rowsChanged();
-
-protected:
-    void connectStore(AppStore* store) override;
-    void refreshAll() override;
 
 private:
     void refreshRows();

@@ -74,6 +74,7 @@ export SDL_AUDIODRIVER=dummy LC_ALL=C.UTF-8 NO_AT_BRIDGE=0
 status=0
 if [ -n "$crawl" ]; then
   "$crawl" || status=$?
+  QT_SCALE_FACTOR=2 "$crawl" --gtest_filter='*ScreenPixels*' || status=$?
 fi
 
 "$app" >"$work/app.log" 2>&1 &

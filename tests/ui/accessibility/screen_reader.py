@@ -118,6 +118,10 @@ wait_for("the focus screen again", named(root, "开始这一轮"))
 press(root, "开始这一轮")
 wait_for("the round to start (a pause button)", named(root, "暂停"))
 check_named("running round", controls(root), ["我走神了", "结束"])
+# What the round locks is dimmed on screen, and a reader hears it as unavailable.
+for _, name, node in controls(root):
+    if name == "本轮任务" and node.getState().contains(pyatspi.STATE_SENSITIVE):
+        failures.append("running round: the locked task picker is said to be available")
 press(root, "我走神了，0 次")
 wait_for("the wander to be counted", named(root, "我走神了，1 次"))
 

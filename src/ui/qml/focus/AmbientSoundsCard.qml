@@ -4,13 +4,13 @@ import Quillmere
 // Mixes the ambient sounds: status, follow-focus switch, master volume, play/pause, tiles.
 QuillCard {
     id: card
-    property AppStore store
-    property SettingsBridge settings
+    required property ViewModels models
+    readonly property SettingsBridge settings: models.settingsBridge
     objectName: "ambient.card"
     padding: 18
     implicitHeight: body.implicitHeight + 2 * padding
 
-    AmbientCardViewModel { id: ambient; store: card.store }
+    readonly property AmbientCardViewModel ambient: models.ambientCard
     WindowShown { id: windowShown; window: card.Window.window }
     // The play button and every tile can start the sound.
     HoverHandler { onHoveredChanged: if (hovered) ambient.prepare() }

@@ -7,7 +7,7 @@ import Quillmere
 // do nothing.
 T.Popup {
     id: sheet
-    property AppStore store
+    required property ViewModels models
     property bool shown: false
     visible: shown
     modal: true
@@ -18,7 +18,7 @@ T.Popup {
     height: 620
     padding: 30
 
-    CompletionViewModel { id: review; store: sheet.store }
+    readonly property CompletionViewModel review: models.completion
 
     T.Overlay.modal: Rectangle {
         objectName: "review.scrim"

@@ -7,11 +7,11 @@ import Quillmere
 // left, the round's design and the ambient sounds on the right.
 Item {
     id: screen
-    property AppStore store
-    property SettingsBridge settings
+    required property ViewModels models
 
-    FocusViewModel { id: vm; store: screen.store; window: screen.Window.window }
-    ControlCardViewModel { id: controls; store: screen.store }
+    readonly property FocusViewModel vm: models.focus
+    Binding { target: screen.vm; property: "window"; value: screen.Window.window }
+    readonly property ControlCardViewModel controls: models.controlCard
 
     Flickable {
         id: flick
@@ -88,19 +88,19 @@ Item {
 
                     TimerCard {
                         width: parent.width
-                        vm: vm
+                        vm: screen.vm
                     }
                     SignalsCard {
                         objectName: "focus.signals"
                         width: parent.width
                         visible: vm.active
-                        vm: vm
+                        vm: screen.vm
                     }
                     TrainingHint {
                         objectName: "focus.hint"
                         width: parent.width
                         visible: !vm.active
-                        vm: vm
+                        vm: screen.vm
                     }
                 }
 
@@ -112,12 +112,11 @@ Item {
 
                     ControlCard {
                         width: parent.width
-                        controls: controls
+                        controls: screen.controls
                     }
                     AmbientSoundsCard {
                         width: parent.width
-                        store: screen.store
-                        settings: screen.settings
+                        models: screen.models
                     }
                 }
             }

@@ -6,9 +6,9 @@ import Quillmere
 // built as they scroll into view; an empty state before the first round.
 Item {
     id: screen
-    required property AppStore store
+    required property ViewModels models
 
-    HistoryViewModel { id: vm; store: screen.store }
+    readonly property HistoryViewModel vm: models.history
 
     ListView {
         id: list

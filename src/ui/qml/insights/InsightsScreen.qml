@@ -6,9 +6,9 @@ import Quillmere
 // task, the quality trend and how to read them, in one scrolling page.
 Item {
     id: screen
-    required property AppStore store
+    required property ViewModels models
 
-    InsightsViewModel { id: vm; store: screen.store }
+    readonly property InsightsViewModel vm: models.insights
 
     Flickable {
         id: flick
@@ -121,14 +121,14 @@ Item {
                     id: planCard
                     objectName: "insights.plan"
                     width: 330
-                    vm: vm
+                    vm: screen.vm
                 }
             }
 
             TaskBreakdownCard {
                 objectName: "insights.tasks"
                 width: parent.width
-                vm: vm
+                vm: screen.vm
             }
 
             Row {

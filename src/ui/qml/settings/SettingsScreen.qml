@@ -6,12 +6,12 @@ import Quillmere
 // the task list and the data; built the first time it is shown.
 Item {
     id: screen
-    required property AppStore store
+    required property ViewModels models
 
-    SettingsViewModel { id: vm; store: screen.store }
-    MusicSettingsViewModel { id: music; store: screen.store }
-    TaskSettingsViewModel { id: tasks; store: screen.store }
-    FocusGuardViewModel { id: guard; store: screen.store }
+    readonly property SettingsViewModel vm: models.settings
+    readonly property MusicSettingsViewModel music: models.music
+    readonly property TaskSettingsViewModel tasks: models.tasks
+    readonly property FocusGuardViewModel guard: models.focusGuard
 
     // The running player may have changed while the screen was away.
     onVisibleChanged: if (visible) music.refreshPlayer()
@@ -130,13 +130,13 @@ Item {
                     MusicSettingsCard {
                         objectName: "settings.music"
                         width: parent.width
-                        music: music
+                        music: screen.music
                     }
 
                     FocusGuardCard {
                         objectName: "settings.guard"
                         width: parent.width
-                        guard: guard
+                        guard: screen.guard
                     }
                 }
 
@@ -223,7 +223,7 @@ Item {
                     TaskSettingsCard {
                         objectName: "settings.tasks"
                         width: parent.width
-                        tasks: tasks
+                        tasks: screen.tasks
                     }
 
                     SettingsCard {

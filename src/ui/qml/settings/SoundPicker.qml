@@ -35,8 +35,7 @@ Row {
         background: Rectangle {
             radius: 8
             color: play.pressed ? Theme.palette.neutralFill(0.09) : "transparent"
-            border.width: play.activeFocus ? 2 : 0
-            border.color: Theme.mint
+            FocusRing { control: play; baseRadius: 8 }
         }
         contentItem: SymbolIcon {
             name: "speaker.wave.2.fill"

@@ -127,15 +127,14 @@ SettingsCard {
                     focusPolicy: Qt.StrongFocus
                     Accessible.name: "移除任务" + taskRow.modelData.name
                     Accessible.description: "从任务列表移除；历史记录仍保留"
-                    ToolTip.text: "从任务列表移除；历史记录仍保留"
-                    ToolTip.visible: hovered || activeFocus
-                    ToolTip.delay: 500
+                    // On hover only: the keyboard hears the description, and a tip on focus
+                    // would cover the rows below.
+                    QuillToolTip { text: remove.Accessible.description; shown: remove.hovered }
                     onClicked: card.tasks.removeTask(taskRow.modelData.name)
                     background: Rectangle {
                         radius: 6
                         color: remove.hovered ? Theme.palette.neutralFill(0.07) : "transparent"
-                        border.width: remove.activeFocus ? 2 : 0
-                        border.color: Theme.mint
+                        FocusRing { control: remove; baseRadius: 6 }
                     }
                     contentItem: SymbolIcon {
                         name: "xmark"; size: 9; color: Theme.secondaryText

@@ -12,8 +12,7 @@ QuillButtonBase {
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.Button
     Accessible.name: help
-    // The panel is too small for a tip beside its buttons: it only comes after a real pause.
-    QuillToolTip { text: control.help; shown: control.hovered; delay: 600 }
+    FloatingTip { owner: control; text: control.help; shown: control.hovered }
 
     background: Rectangle {
         radius: width / 2

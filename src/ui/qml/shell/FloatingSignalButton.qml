@@ -16,8 +16,7 @@ QuillButtonBase {
     opacity: enabled ? 1.0 : 0.45
     Accessible.role: Accessible.Button
     Accessible.name: help
-    // The panel is too small for a tip beside its buttons: it only comes after a real pause.
-    QuillToolTip { text: control.help; shown: control.hovered; delay: 600 }
+    FloatingTip { owner: control; text: control.help; shown: control.hovered }
 
     background: Rectangle {
         radius: 13

@@ -6,7 +6,8 @@ import Quillmere
 // minimised during a round. FloatingTimerController builds, shows and destroys it.
 Window {
     id: panel
-    required property AppStore store
+    required property ViewModels models
+    readonly property FloatingTimerViewModel vm: models.floatingTimer
     required property FloatingTimerController controller
     // Read by the controller for the corner mask when no compositor runs.
     readonly property real radius: vm.cornerRadius
@@ -20,7 +21,6 @@ Window {
     height: vm.panelHeight + 2 * margin
     visible: false
 
-    FloatingTimerViewModel { id: vm; store: panel.store }
 
     // The panel's own shadow, a few soft rounded layers (no effect module needed).
     Repeater {

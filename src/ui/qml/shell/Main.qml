@@ -8,7 +8,7 @@ import Quillmere
 // the round-end dialog and the review sheet. It also owns the tray item and its panel.
 Window {
     id: root
-    required property AppStore store
+    required property ViewModels models
     objectName: "mainWindow"
     width: 1180
     height: 790
@@ -18,24 +18,22 @@ Window {
     title: "Quillmere"
     color: Theme.background
 
-    ShellViewModel { id: shell; store: root.store }
+    // Loaded screens have a `shell` property of their own, so they reach this one by another name.
+    readonly property ShellViewModel shellModel: models.shell
     // Closing the window quits the app unless a tray keeps it: a last failed save is tried
     // again first, and if it still fails the user decides.
     onClosing: (close) => {
-        if (shell.closingQuits && shell.holdQuit())
+        if (shellModel.closingQuits && shellModel.holdQuit())
             close.accepted = false
     }
-    // Loaded screens have a `shell` property of their own, so they reach this one by another name.
-    property alias shellModel: shell
-    SettingsBridge { id: settingsBridge; store: root.store }
 
     // Both windows follow the chosen appearance; the palette resolves at draw time.
-    Binding { target: Theme; property: "dark"; value: shell.dark }
+    Binding { target: Theme; property: "dark"; value: shellModel.dark }
 
     Sidebar {
         id: sidebar
         objectName: "sidebar"
-        shell: shell
+        shell: root.shellModel
         width: 210
         anchors.top: parent.top
         anchors.bottom: parent.bottom
@@ -74,37 +72,36 @@ Window {
             id: focusScreen
             objectName: "focusScreen"
             anchors.fill: parent
-            store: root.store
-            settings: settingsBridge
-            visible: shell.selectedKey === "focus"
+            models: root.models
+            visible: shellModel.selectedKey === "focus"
         }
 
         // The other sections are built the first time they are shown and kept after that.
         ScreenLoader {
             objectName: "insightsLoader"
             anchors.fill: parent
-            visible: shell.selectedKey === "insights"
+            visible: shellModel.selectedKey === "insights"
             file: "InsightsScreen.qml"
-            screenProperties: ({ objectName: "insightsScreen", store: root.store })
+            screenProperties: ({ objectName: "insightsScreen", models: root.models })
         }
         ScreenLoader {
             objectName: "historyLoader"
             anchors.fill: parent
-            visible: shell.selectedKey === "history"
+            visible: shellModel.selectedKey === "history"
             file: "HistoryScreen.qml"
-            screenProperties: ({ objectName: "historyScreen", store: root.store })
+            screenProperties: ({ objectName: "historyScreen", models: root.models })
         }
         ScreenLoader {
             objectName: "settingsLoader"
             anchors.fill: parent
-            visible: shell.selectedKey === "settings"
+            visible: shellModel.selectedKey === "settings"
             file: "SettingsScreen.qml"
-            screenProperties: ({ objectName: "settingsScreen", store: root.store })
+            screenProperties: ({ objectName: "settingsScreen", models: root.models })
         }
 
         Toast {
             objectName: "toast"
-            shell: shell
+            shell: root.shellModel
             anchors.horizontalCenter: parent.horizontalCenter
         }
     }
@@ -114,52 +111,52 @@ Window {
     Loader {
         anchors.fill: parent
         z: 50
-        active: shell.endDialogVisible || status !== Loader.Null
+        active: shellModel.endDialogVisible || status !== Loader.Null
         sourceComponent: SessionEndDialog {
             objectName: "endDialog"
             shown: false
-            Component.onCompleted: shown = Qt.binding(() => shell.endDialogVisible)
-            onContinueChosen: shell.continueRound()
-            onReviewChosen: shell.reviewRound()
-            onAbandonChosen: shell.abandonRound()
+            Component.onCompleted: shown = Qt.binding(() => shellModel.endDialogVisible)
+            onContinueChosen: shellModel.continueRound()
+            onReviewChosen: shellModel.reviewRound()
+            onAbandonChosen: shellModel.abandonRound()
         }
     }
 
     Loader {
-        active: shell.reviewVisible || status !== Loader.Null
+        active: shellModel.reviewVisible || status !== Loader.Null
         sourceComponent: CompletionSheet {
             objectName: "review"
-            store: root.store
+            models: root.models
             shown: false
-            Component.onCompleted: shown = Qt.binding(() => shell.reviewVisible)
+            Component.onCompleted: shown = Qt.binding(() => shellModel.reviewVisible)
         }
     }
 
     Loader {
         anchors.fill: parent
         z: 70
-        active: shell.quitWarningVisible || status !== Loader.Null
+        active: shellModel.quitWarningVisible || status !== Loader.Null
         sourceComponent: ConfirmAlert {
             objectName: "quitWarning"
-            shown: shell.quitWarningVisible
+            shown: shellModel.quitWarningVisible
             symbol: "exclamationmark.triangle.fill"
             title: "专注记录还没有保存"
-            message: shell.quitWarningText
+            message: shellModel.quitWarningText
             confirmText: "仍然退出"
             cancelText: "返回"
-            onConfirmed: shell.quitAnyway()
-            onCancelled: shell.keepRunning()
+            onConfirmed: shellModel.quitAnyway()
+            onCancelled: shellModel.keepRunning()
         }
     }
 
     // Asked before quitting during a round or while its review waits; over the review sheet
     // too, so it is a modal popup as well.
     Loader {
-        active: shell.quitConfirmVisible || status !== Loader.Null
+        active: shellModel.quitConfirmVisible || status !== Loader.Null
         sourceComponent: T.Popup {
             id: quitPopup
             objectName: "quitDialog"
-            visible: shell.quitConfirmVisible
+            visible: shellModel.quitConfirmVisible
             modal: true
             focus: true
             z: 100
@@ -174,14 +171,14 @@ Window {
                 scope: quitPanel
                 active: quitPopup.visible
                 initialFocus: quitPanel.cancelButton
-                onEscapePressed: shell.cancelQuit()
+                onEscapePressed: shellModel.cancelQuit()
             }
             AbandonSessionDialog {
                 id: quitPanel
                 buttonPrefix: "quitDialog"
-                cancelTitle: shell.quitCancelTitle
-                onCancelChosen: shell.cancelQuit()
-                onConfirmChosen: shell.confirmQuit()
+                cancelTitle: shellModel.quitCancelTitle
+                onCancelChosen: shellModel.cancelQuit()
+                onConfirmChosen: shellModel.confirmQuit()
             }
         }
     }
@@ -189,7 +186,7 @@ Window {
     Shortcut {
         sequence: "Ctrl+Q"
         context: Qt.ApplicationShortcut
-        onActivated: shell.requestQuit()
+        onActivated: shellModel.requestQuit()
     }
 
     // The tray panel is built the first time the icon is clicked.
@@ -198,21 +195,21 @@ Window {
         active: false
         sourceComponent: TrayPanel {
             objectName: "trayPanel"
-            store: root.store
+            models: root.models
             composited: trayIcon.composited
             onReviewWanted: trayIcon.showMainWindow()
         }
     }
 
-    MainWindowCloser { objectName: "mainWindowCloser"; window: root; shell: shell; trayHost: trayIcon.hostAvailable }
+    MainWindowCloser { objectName: "mainWindowCloser"; window: root; shell: root.shellModel; trayHost: trayIcon.hostAvailable }
 
-    FloatingTimerController { objectName: "floatingTimerController"; store: root.store; mainWindow: root }
+    FloatingTimerController { objectName: "floatingTimerController"; models: root.models; mainWindow: root }
 
     TrayIcon {
         id: trayIcon
         objectName: "trayIcon"
-        onQuitRequested: shell.requestQuit()
-        symbol: shell.traySymbol
+        onQuitRequested: shellModel.requestQuit()
+        symbol: shellModel.traySymbol
         panel: trayPanelLoader.item
         mainWindow: root
         onPanelWanted: trayPanelLoader.active = true

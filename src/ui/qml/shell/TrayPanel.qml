@@ -5,7 +5,8 @@ import Quillmere
 // The tray item's panel: the round at a glance with its main controls, and ambient sound.
 Window {
     id: panel
-    property AppStore store
+    required property ViewModels models
+    readonly property MenuBarViewModel menu: models.menuBar
     // "回到复盘": the main window comes to the front with the review.
     signal reviewWanted()
     flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
@@ -19,9 +20,9 @@ Window {
     height: content.implicitHeight + 32 + 2 * shadowMargin
     visible: false
     color: "transparent"
-    title: "Quillmere"
+    // Its own title, which KWin's rule for it matches (the main window's is "Quillmere").
+    title: "Quillmere托盘面板"
 
-    MenuBarViewModel { id: menu; store: panel.store }
 
     Rectangle {
         id: surface
