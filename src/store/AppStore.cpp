@@ -28,9 +28,7 @@ qint64 roundUp(double seconds) {
 
 AppStore::AppStore(Services services, QObject* parent)
     : QObject(parent), m_services(std::move(services)),
-      m_stepTimer(
-          m_services.scheduler, m_services.clock, [this] { tick(); },
-          [this] { return m_clock.msToNextSecondTurn(monotonicMs()); }) {
+      m_stepTimer(m_services.scheduler, m_services.clock, [this] { tick(); }) {
     const QString directory = m_services.dataLocation->directory();
     // Temporaries of writes cut short by a crash or a kill; the data file itself is whole.
     Persistence::removeStaleTemporaries(directory);
@@ -193,7 +191,7 @@ void AppStore::setPhase(SessionPhase phase) {
 }
 
 void AppStore::setRemainingSeconds(qint64 v) {
-    // A step may come for another deadline's second; each counter notifies only when it moves.
+    // The step runs four times a second; the counters move once a second.
     if (std::exchange(m_remainingSeconds, v) != v)
         Q_EMIT remainingSecondsChanged();
 }
@@ -443,7 +441,6 @@ void AppStore::scheduleNextReminder() {
     const qint64 lower = std::max<qint64>(m_settings.reminderMinimumMinutes * 60, 1);
     const qint64 upper = std::max<qint64>(m_settings.reminderMaximumMinutes * 60, lower);
     m_clock.scheduleReminder(monotonicMs(), m_services.random->between(lower, upper));
-    m_stepTimer.replan(); // the reminder's own seconds may turn between the round's
 }
 
 void AppStore::beginMicroBreak() {

@@ -5,7 +5,7 @@
 
 namespace quill {
 
-/// The local date and hour of wall-clock instants for the step, which asks every second of a round.
+/// The local date and hour of wall-clock instants for the step, which asks four times a second.
 /// Converting to local time reads the zone (glibc checks /etc/localtime on every conversion),
 /// so a result is reused until the next local hour begins, and for at most a minute, so a
 /// change of the zone shows within that minute. A clock set back converts again at once.

@@ -54,18 +54,6 @@ void RoundClock::scheduleReminder(qint64 nowMs, qint64 delaySeconds) {
         m_reminderDeadlineMs.reset();
 }
 
-qint64 RoundClock::msToNextSecondTurn(qint64 nowMs) const {
-    qint64 next = 1000;
-    for (const std::optional<qint64>& deadline :
-         {m_focusDeadlineMs, m_breakDeadlineMs, m_reminderDeadlineMs}) {
-        if (!deadline || *deadline <= nowMs)
-            continue;
-        const qint64 into = (*deadline - nowMs) % 1000;
-        next = std::min(next, into == 0 ? 1000 : into);
-    }
-    return next;
-}
-
 bool RoundClock::reminderDue(qint64 nowMs) const {
     return m_reminderDeadlineMs && nowMs >= *m_reminderDeadlineMs;
 }

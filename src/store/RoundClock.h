@@ -33,10 +33,6 @@ public:
     /// Whole seconds to the next reminder, never negative; none when no reminder is due.
     std::optional<qint64> secondsToReminder(qint64 nowMs) const;
 
-    /// Milliseconds, 1…1000, until a running deadline is next a whole number of seconds away:
-    /// then a shown count of seconds turns, or the deadline falls due. A second with none.
-    qint64 msToNextSecondTurn(qint64 nowMs) const;
-
 private:
     std::optional<qint64> m_focusDeadlineMs;
     std::optional<qint64> m_breakDeadlineMs;

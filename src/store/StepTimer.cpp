@@ -7,13 +7,13 @@ namespace quill {
 using namespace std::chrono_literals;
 
 namespace {
+constexpr auto kRoundPeriod = 250ms;
 constexpr qint64 kMinuteMs = 60'000;
 } // namespace
 
 StepTimer::StepTimer(std::shared_ptr<Scheduler> scheduler, std::shared_ptr<Clock> clock,
-                     std::function<void()> step, std::function<qint64()> msToNextChange)
-    : m_scheduler(std::move(scheduler)), m_clock(std::move(clock)), m_step(std::move(step)),
-      m_msToNextChange(std::move(msToNextChange)) {}
+                     std::function<void()> step)
+    : m_scheduler(std::move(scheduler)), m_clock(std::move(clock)), m_step(std::move(step)) {}
 
 qint64 StepTimer::msToNextLocalMinute(const QDateTime& now) {
     // Zones are offset from UTC by whole minutes, except local mean times before 1900.
@@ -23,31 +23,17 @@ qint64 StepTimer::msToNextLocalMinute(const QDateTime& now) {
 }
 
 void StepTimer::setResting(bool resting) {
+    if (m_timer && resting == m_resting)
+        return;
+    m_resting = resting;
     if (!resting) {
-        m_resting = false;
-        waitForNextChange();
+        m_timer = m_scheduler->every(kRoundPeriod, [this] { m_step(); });
         return;
     }
-    if (m_timer && m_resting)
-        return;
-    m_resting = true;
     // Whatever the round left behind is shown now, not a minute later.
     m_timer = m_scheduler->after(0ms, [this] {
         m_step();
         waitForNextMinute();
-    });
-}
-
-void StepTimer::replan() {
-    if (m_timer && !m_resting)
-        waitForNextChange();
-}
-
-void StepTimer::waitForNextChange() {
-    m_timer = m_scheduler->after(std::chrono::milliseconds(m_msToNextChange()), [this] {
-        m_step();
-        if (!m_resting)
-            waitForNextChange();
     });
 }
 

@@ -199,27 +199,6 @@ TEST_F(RoundTest, DayLongRoundRunsInVirtualTime) {
     EXPECT_EQ(eventCount(FocusEventKind::reminder), 15); // every 90 min, never at the end
 }
 
-// Steps come when a shown second turns, not on a fixed beat: after a resume in the middle
-// of a second, the time and the reminder each still turn on the millisecond.
-TEST_F(RoundTest, AfterAResumeMidSecondTheTimeAndTheReminderTurnOnTime) {
-    startWith(60, 60, 10);
-    fakes.random->script = {3600, 30};
-    store->startSession(50);
-    advanceMs(10'400);
-    store->togglePause();
-    advanceMs(5'000);
-    store->togglePause(); // 2989.6 s left; the reminder 30 s from now
-    EXPECT_EQ(store->remainingSeconds(), 2990);
-    advanceMs(599);
-    EXPECT_EQ(store->remainingSeconds(), 2990);
-    advanceMs(1);
-    EXPECT_EQ(store->remainingSeconds(), 2989);
-    advanceMs(29'399);
-    EXPECT_EQ(store->phase(), SessionPhase::focusing);
-    advanceMs(1);
-    EXPECT_EQ(store->phase(), SessionPhase::microBreak);
-}
-
 TEST_F(RoundTest, TheCountersNotifyOnlyWhenTheShownSecondChanges) {
     startWith(60, 60, 10);
     int remainingNotifications = 0;

@@ -19,7 +19,7 @@ protected:
     }
     void sleepFor(qint64 ms) {
         fakes.clock->sleep(ms);
-        advanceMs(1000); // the first step after waking
+        advanceMs(250); // the first step after waking
     }
     /// Ends the round for review and saves it, returning what was stored.
     StudySession endAndSave() {
@@ -128,7 +128,7 @@ TEST_F(SleepTest, RepeatedSleepsAndClockChangesNeverAddToNetFocus) {
             store->skipMicroBreak();
         ASSERT_EQ(store->phase(), SessionPhase::focusing);
         advanceSeconds(50);
-        awakeFocusMs += 50'000 + 1000; // and the awake moment until the step after waking
+        awakeFocusMs += 50'000 + 250; // and the awake moment until the step after waking
         fakes.clock->jump(i % 2 ? -900'000 : 900'000);
         sleepFor(3600'000);
     }

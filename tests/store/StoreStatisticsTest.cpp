@@ -55,7 +55,7 @@ TEST_F(StoreStatisticsTest, AtRestTheHourAndTheDayTurnOnTimeWithAStepAMinute) {
     EXPECT_EQ(dayTurns.size(), 2);
 }
 
-TEST_F(StoreStatisticsTest, ARoundStepsWhenItsSecondsTurnAndRestsAgainWhenItEnds) {
+TEST_F(StoreStatisticsTest, ARoundStepsFourTimesASecondAndRestsAgainWhenItEnds) {
     fakes.clock->set(QDateTime(QDate(2026, 3, 5), QTime(8, 30, 10), Qt::UTC));
     createStore();
     advanceSeconds(1);
@@ -63,13 +63,11 @@ TEST_F(StoreStatisticsTest, ARoundStepsWhenItsSecondsTurnAndRestsAgainWhenItEnds
     QObject::connect(store.get(), &AppStore::stepped, [&] { ++steps; });
     store->startSession(1);
     advanceSeconds(10);
-    EXPECT_EQ(steps, 10);
+    EXPECT_EQ(steps, 40);
     EXPECT_EQ(store->remainingSeconds(), 50) << "counted at the round's pace from its start";
-    advanceMs(999);
-    EXPECT_EQ(steps, 10) << "nothing shown turns within a second";
     store->togglePause();
     advanceSeconds(10);
-    EXPECT_EQ(steps, 20) << "a paused round keeps the pace";
+    EXPECT_EQ(steps, 80) << "a paused round keeps the pace";
     store->abandonSession();
     steps = 0;
     advanceSeconds(120);

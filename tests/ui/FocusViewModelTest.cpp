@@ -50,10 +50,10 @@ TEST_F(FocusViewModelTest, AMicroBreakShowsBareSecondsAndHidesTheNextReminder) {
     edit([](AppSettings& s) { s.showNextReminder = true; });
     start(180);
     EXPECT_TRUE(vm.nextReminderVisible());
-    advance(1'000); // read when the round's seconds turn, with the time beside it
-    EXPECT_EQ(vm.nextReminderText(), "02:59");
-    advance(117'000);
-    EXPECT_EQ(vm.nextReminderText(), "01:02");
+    advance(250);
+    EXPECT_EQ(vm.nextReminderText(), "02:59"); // truncated, not rounded
+    advance(118'000);
+    EXPECT_EQ(vm.nextReminderText(), "01:01");
 
     advance(62'000);
     ASSERT_EQ(store->phase(), SessionPhase::microBreak);

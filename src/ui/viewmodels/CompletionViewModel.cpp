@@ -18,7 +18,7 @@ CompletionViewModel::CompletionViewModel(AppStore& store, QObject* parent)
       m_focusedMinutes(store.focusedElapsedSeconds() / 60) {
     AppStore* s = &store;
     connect(s, &AppStore::showCompletionSheetChanged, this, &CompletionViewModel::onSheetChanged);
-    // A step a second during a round, but the sheet shows whole minutes.
+    // Four steps a second during a round, but the sheet shows whole minutes.
     connect(s, &AppStore::focusedElapsedSecondsChanged, this, [this] {
         if (assign(m_focusedMinutes, this->store().focusedElapsedSeconds() / 60))
             Q_EMIT summaryChanged();
