@@ -23,12 +23,16 @@
 # and for the time the first play of ambient sound after rest takes to start the output
 # (ambient_play_ms) and a play a few seconds after a stop (ambient_replay_ms);
 # BACKENDS="software opengl" adds the GL one, and the median first frame of FIRST_FRAME_RUNS
-# more starts (9). Defaults: 30 s windows after 5 s of settling.
+# more starts (9). Defaults: 30 s windows after 5 s of settling. CASES="rain all latency" runs
+# only those parts; latency is bench_audio_latency on the private null sink (how soon the
+# ambient output first sounds, and how long a change takes to be heard).
 set -euo pipefail
 build=$(realpath "${1:?usage: measure.sh <build dir> [seconds] [settle seconds]}")
 seconds=${2:-30}
 settle=${3:-5}
 backends=${BACKENDS:-software}
+# CASES picks what runs: plain rain all latency harness (the last: the floor and the harness).
+cases=${CASES:-plain rain all latency harness}
 harness="$build/bench/ui/bench_ui_app"
 app="$build/src/quillmere"
 for tool in Xvfb xdotool; do
@@ -61,9 +65,25 @@ if [ "${WM:-openbox}" != none ] && command -v "${WM:-openbox}" >/dev/null; then
     sleep 1
 fi
 
-# A private session bus for everything below.
+# A private session bus for everything below. It lists no service folder, so nothing the
+# desktop installed (a notification server, a player) starts on it and adds its own cost.
 if command -v dbus-daemon >/dev/null; then
-    dbus-daemon --session --fork --print-address=1 --print-pid=1 >"$work/bus" 2>/dev/null
+    cat >"$work/bus.conf" <<EOF
+<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:dir=$work</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+EOF
+    dbus-daemon --config-file="$work/bus.conf" --fork --print-address=1 --print-pid=1 \
+        >"$work/bus" 2>/dev/null
     export DBUS_SESSION_BUS_ADDRESS
     DBUS_SESSION_BUS_ADDRESS=$(sed -n 1p "$work/bus")
     pids+=("$(sed -n 2p "$work/bus")")
@@ -147,6 +167,16 @@ measure_state() {
     local w ns sw=0 sns=0
     read -r w ns < <(switches_between "$work/switches.0" "$work/switches.1")
     [ -n "$server" ] && read -r sw sns < <(switches_between "$work/server.0" "$work/server.1")
+    # THREADS=1: where the wake-ups come from, thread by thread (name, wake-ups a second).
+    if [ -n "${THREADS:-}" ]; then
+        for f in switches server; do
+            [ -s "$work/$f.1" ] || continue
+            join "$work/$f.0" "$work/$f.1" | while read -r t a _ b _; do
+                printf '   %s %s/%s %.1f\n' "$f" "$(cat /proc/*/task/"$t"/comm 2>/dev/null | head -1)" \
+                    "$t" "$(echo "($b - $a) / $span" | bc -l)"
+            done
+        done
+    fi
     awk -v n="$name" -v d=$((t1 - t0)) -v w="$w" -v ns="$ns" -v sw="$sw" -v sns="$sns" \
         -v hz="$hz" -v s="$span" -v r="$(tree_rss_kb "$pid")" -v th="$(tree_threads "$pid")" \
         -v srv="$server" 'BEGIN {
@@ -226,13 +256,30 @@ EOF
     unset PULSE_SERVER PULSE_CLIENTCONFIG PULSE_RUNTIME_PATH
 }
 
-echo "== quillmere, no sound server, nothing selected"
-measure_real_app "" plain | sed 's/^/   /'
-echo "== quillmere, PulseAudio null sink, rain alone playing in the round"
-measure_real_app '"rain"' rain | sed 's/^/   /'
-echo "== quillmere, PulseAudio null sink, all eight playing in the round"
-measure_real_app '"rain", "waves", "stream", "wind", "fire", "birds", "crickets", "brownNoise"' \
-    all | sed 's/^/   /'
+wants() { [[ " $cases " == *" $1 "* ]]; }
+if wants plain; then
+    echo "== quillmere, no sound server, nothing selected"
+    measure_real_app "" plain | sed 's/^/   /'
+fi
+if wants rain; then
+    echo "== quillmere, PulseAudio null sink, rain alone playing in the round"
+    measure_real_app '"rain"' rain | sed 's/^/   /'
+fi
+if wants all; then
+    echo "== quillmere, PulseAudio null sink, all eight playing in the round"
+    measure_real_app '"rain", "waves", "stream", "wind", "fire", "birds", "crickets", "brownNoise"' \
+        all | sed 's/^/   /'
+fi
+if wants latency && [ -x "$build/bench/audio/bench_audio_latency" ] &&
+    command -v pulseaudio >/dev/null; then
+    fresh_home latency
+    echo "== ambient output (bench_audio_latency): first sound, and a change until heard"
+    start_pulse
+    timeout 120 "$build/bench/audio/bench_audio_latency" 15 | sed 's/^/   /'
+    kill "$pulse_pid"; wait "$pulse_pid" 2>/dev/null || true
+    unset PULSE_SERVER PULSE_CLIENTCONFIG PULSE_RUNTIME_PATH
+fi
+wants harness || exit 0
 
 # The floor on this machine: a bare QApplication with the same 0.25 s step and nothing else.
 fresh_home floor

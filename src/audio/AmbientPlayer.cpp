@@ -34,7 +34,7 @@ AmbientPlayer::AmbientPlayer(Environment environment) : m_env(std::move(environm
     m_mixer.setLoopRate(m_env.loopRate);
     m_mixer.setSampleRate(m_sampleRate);
     m_env.streamer->setOutputRate(m_env.loopRate);
-    m_mixer.setMasterVolume(0.0f);
+    applyMaster();
     if (m_env.device) {
         m_mainThread = std::make_unique<QObject>();
         QObject* context = m_mainThread.get();
@@ -63,10 +63,6 @@ bool AmbientPlayer::isEngineRunning() const {
     return m_env.device && m_env.device->isRunning();
 }
 
-bool AmbientPlayer::hasTrack(AmbientSound sound) const {
-    return m_tracks[indexOf(sound)] != nullptr;
-}
-
 bool AmbientPlayer::isTrackPlaying(AmbientSound sound) const {
     const auto& t = m_tracks[indexOf(sound)];
     return t && t->isPlaying();
@@ -75,21 +71,6 @@ bool AmbientPlayer::isTrackPlaying(AmbientSound sound) const {
 std::int64_t AmbientPlayer::trackGeneration(AmbientSound sound) const {
     const auto& t = m_tracks[indexOf(sound)];
     return t ? t->generation() : -1;
-}
-
-int AmbientPlayer::segmentsScheduled(AmbientSound sound) const {
-    const auto& t = m_tracks[indexOf(sound)];
-    return t ? t->segmentsScheduled() : 0;
-}
-
-std::int64_t AmbientPlayer::lastScheduledStart(AmbientSound sound) const {
-    const auto& t = m_tracks[indexOf(sound)];
-    return t ? t->lastScheduledStart() : -1;
-}
-
-std::int64_t AmbientPlayer::trackLength(AmbientSound sound) const {
-    const auto& t = m_tracks[indexOf(sound)];
-    return t ? t->length() : 0;
 }
 
 void AmbientPlayer::connectOutput() {
@@ -102,6 +83,16 @@ void AmbientPlayer::connectOutput() {
     }
     m_sampleRate = rate;
     m_mixer.setSampleRate(m_sampleRate);
+}
+
+void AmbientPlayer::applyMaster() {
+    if (m_env.device && m_env.device->hasOutputGain()) {
+        // The device changes the level of what it has queued, so a fade is heard at once.
+        m_mixer.setMasterVolume(1.0f);
+        m_env.device->setOutputGain(m_masterVolume);
+    } else {
+        m_mixer.setMasterVolume(m_masterVolume);
+    }
 }
 
 void AmbientPlayer::attachNoise() {
@@ -177,7 +168,7 @@ void AmbientPlayer::stepVolumes() {
     const float masterTarget = m_isPlaying ? m_masterSetting : 0.0f;
     const float coefficient = m_masterVolume < masterTarget ? kMasterRising : kMasterFalling;
     m_masterVolume += (masterTarget - m_masterVolume) * coefficient;
-    m_mixer.setMasterVolume(m_masterVolume);
+    applyMaster();
     bool done = std::fabs(masterTarget - m_masterVolume) < 0.0005f;
 
     for (std::size_t i = 0; i < kRecordingCount; ++i) {
@@ -197,7 +188,7 @@ void AmbientPlayer::stepVolumes() {
 
     if (!m_isPlaying && m_masterVolume < 0.001f) {
         m_masterVolume = 0.0f;
-        m_mixer.setMasterVolume(0.0f);
+        applyMaster();
         for (auto& track : m_tracks)
             if (track)
                 track->stop();
@@ -324,7 +315,7 @@ void AmbientPlayer::giveUp(const QString& logLine) {
     m_isPlaying = false;
     m_rampTimer.reset();
     m_masterVolume = 0.0f;
-    m_mixer.setMasterVolume(0.0f);
+    applyMaster();
     outputStopped();
     // The card must not say it plays while nothing does.
     if (wasWanted)
@@ -340,14 +331,18 @@ void AmbientPlayer::reopenLater() {
         if (!m_isPlaying)
             return;
         ++m_reopenAttempts;
-        QString error;
-        if (!openOutput(&error)) {
-            outputFailed(error);
-            return;
-        }
-        if (m_env.device->isRunning())
-            outputRunning();
+        reopen();
     });
+}
+
+void AmbientPlayer::reopen() {
+    QString error;
+    if (!openOutput(&error)) {
+        outputFailed(error);
+        return;
+    }
+    if (m_env.device->isRunning())
+        outputRunning();
 }
 
 void AmbientPlayer::stop() {
@@ -392,10 +387,8 @@ void AmbientPlayer::serviceAudio() {
 void AmbientPlayer::onSegmentConsumed(AmbientSound sound, std::int64_t generation) {
     LoopingTrack* track = m_tracks[indexOf(sound)].get();
     // Completions of flushed or superseded segments must not restart a loop.
-    if (!track || generation != track->generation()) {
-        ++m_staleCompletions;
+    if (!track || generation != track->generation())
         return;
-    }
     track->schedule(0, generation);
     m_env.streamer->wake();
 }
@@ -416,13 +409,7 @@ void AmbientPlayer::recoverFromConfigurationChange() {
         return;
     }
     m_reopenAttempts = std::max(m_reopenAttempts, 1);
-    QString error;
-    if (!openOutput(&error)) {
-        outputFailed(error);
-        return;
-    }
-    if (m_env.device->isRunning())
-        outputRunning();
+    reopen();
 }
 
 } // namespace quill

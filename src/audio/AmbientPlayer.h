@@ -93,16 +93,10 @@ public:
     double sampleRate() const { return m_sampleRate; }
     float masterVolume() const { return m_masterVolume; }
     float volume(AmbientSound sound) const { return m_volumes[indexOf(sound)]; }
-    bool hasTrack(AmbientSound sound) const;
     bool isTrackPlaying(AmbientSound sound) const;
     std::int64_t trackGeneration(AmbientSound sound) const;
-    int segmentsScheduled(AmbientSound sound) const;
-    std::int64_t lastScheduledStart(AmbientSound sound) const;
-    std::int64_t trackLength(AmbientSound sound) const;
     const BrownNoiseGenerator* noiseGenerator() const { return m_noise.get(); }
     float noiseLevel() const { return m_noiseLevel.load(std::memory_order_relaxed); }
-    /// Segment completions that arrived for a generation no longer current.
-    int staleCompletions() const { return m_staleCompletions; }
 
 private:
     void connectOutput();
@@ -110,6 +104,8 @@ private:
     void outputFailed(const QString& error);
     void giveUp(const QString& logLine);
     void reopenLater();
+    void reopen();
+    void applyMaster();
     void attachNoise();
     LoopingTrack* makeTrack(AmbientSound sound);
     void startSelectedSources();
@@ -136,7 +132,6 @@ private:
     double m_sampleRate = 48000.0;
     bool m_isPlaying = false;
     bool m_librariesAsked = false;
-    int m_staleCompletions = 0;
     std::unique_ptr<Scheduler::Handle> m_rampTimer;
     int m_rampPhase = 0;
     std::unique_ptr<Scheduler::Handle> m_serviceTimer;

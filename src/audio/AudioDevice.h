@@ -39,6 +39,12 @@ public:
     bool isRunning() const { return state() == State::running; }
     /// Reports each event once, oldest first.
     virtual Event takeEvent() = 0;
+    /// Whether the device applies the master level itself (setOutputGain), at the output
+    /// rather than in the rendered sound: one that keeps much sound queued can then change
+    /// the level of what is already queued, so a fade starts at once.
+    virtual bool hasOutputGain() const { return false; }
+    /// Linear gain of everything from now on, already queued sound included.
+    virtual void setOutputGain(float) {}
     /// Why the last start failed.
     virtual QString error() const { return {}; }
     /// Called from any thread when an event waits for takeEvent(); it must only hand over

@@ -50,10 +50,7 @@ void LoopingTrack::schedule(std::int64_t startFrame, std::int64_t generation) {
         std::min<std::int64_t>(m_length - startFrame, std::numeric_limits<std::uint32_t>::max());
     if (frames <= 0)
         return;
-    if (m_voice->queueSegment({startFrame, frames, generation})) {
-        ++m_segmentsScheduled;
-        m_lastStart = startFrame;
-    }
+    m_voice->queueSegment({startFrame, frames, generation});
 }
 
 } // namespace quill

@@ -32,9 +32,6 @@ public:
     /// Queues the frames from startFrame to the end of the file, after what is queued.
     void schedule(std::int64_t startFrame, std::int64_t generation);
 
-    int segmentsScheduled() const { return m_segmentsScheduled; }
-    std::int64_t lastScheduledStart() const { return m_lastStart; }
-
 private:
     LoopingTrack(QString path, std::int64_t length, int rate);
 
@@ -44,8 +41,6 @@ private:
     std::int64_t m_generation = 0;
     bool m_playing = false;
     std::unique_ptr<LoopVoice> m_voice;
-    int m_segmentsScheduled = 0;
-    std::int64_t m_lastStart = -1;
 };
 
 } // namespace quill

@@ -4,6 +4,7 @@
 
 #include <pulse/pulseaudio.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace quill {
@@ -27,6 +28,11 @@ private:
 unsigned bitOf(AudioDevice::Event e) {
     return 1u << unsigned(e);
 }
+
+// A rewrite starts this far after what is heard, to cover the trip to the server.
+constexpr double kRewriteMarginSeconds = 0.008;
+// A level change glides over this many frames instead of jumping.
+constexpr int kGlideFrames = 256;
 } // namespace
 
 PulseAudioDevice::PulseAudioDevice(int bufferMs, int refillMs)
@@ -64,6 +70,12 @@ bool PulseAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString
     m_renderer = renderer;
     m_rate = sampleRate > 0 ? sampleRate : 48000.0;
     m_state = State::starting;
+    // Room for the queue, the output's own buffer and then some: made here, never on the
+    // loop thread.
+    m_history.assign(std::size_t(2 * m_rate * (2.0 * m_bufferMs / 1000.0 + 1.0)), 0.0f);
+    m_written = 0;
+    m_gain = m_wantedGain;
+    m_timingAsked = false;
     pa_proplist* props = pa_proplist_new();
     pa_proplist_sets(props, PA_PROP_APPLICATION_NAME, "Quillmere");
     pa_proplist_sets(props, PA_PROP_APPLICATION_ID, "quillmere");
@@ -190,12 +202,103 @@ void PulseAudioDevice::onWrite(pa_stream* stream, std::size_t bytes, void* self)
             pa_stream_cancel_write(stream);
             return;
         }
+        auto* out = static_cast<float*>(data);
         if (d->m_renderer)
-            d->m_renderer->render(static_cast<float*>(data), frames);
+            d->m_renderer->render(out, frames);
         else
             std::memset(data, 0, size);
+        // Kept before the gain, so a later change of level can write it again.
+        const auto length = std::int64_t(d->m_history.size() / 2);
+        for (int i = 0; i < frames; ++i) {
+            const std::size_t at = std::size_t((d->m_written + i) % length) * 2;
+            d->m_history[at] = out[2 * i];
+            d->m_history[at + 1] = out[2 * i + 1];
+        }
+        d->copyOut(d->m_written, out, frames, d->m_gain, d->m_gain);
+        d->m_written += frames;
         pa_stream_write(stream, data, size, nullptr, 0, PA_SEEK_RELATIVE);
         bytes = bytes > size ? bytes - size : 0;
+    }
+}
+
+void PulseAudioDevice::copyOut(std::int64_t frame, float* out, int frames, float from, float to) {
+    const auto length = std::int64_t(m_history.size() / 2);
+    for (int i = 0; i < frames; ++i) {
+        const float gain = i < kGlideFrames ? from + (to - from) * float(i) / kGlideFrames : to;
+        const std::size_t at = std::size_t((frame + i) % length) * 2;
+        out[2 * i] = m_history[at] * gain;
+        out[2 * i + 1] = m_history[at + 1] * gain;
+    }
+}
+
+void PulseAudioDevice::setOutputGain(float gain) {
+    if (!m_loop) {
+        m_wantedGain = m_gain = gain;
+        return;
+    }
+    LoopLock lock(m_loop);
+    m_wantedGain = gain;
+    if (!m_stream || m_state != State::running) {
+        m_gain = gain;
+        return;
+    }
+    // Where playback is comes with the server's next timing report; the rewrite follows it.
+    if (m_timingAsked || gain == m_gain)
+        return;
+    if (pa_operation* op =
+            pa_stream_update_timing_info(m_stream, &PulseAudioDevice::onTiming, this)) {
+        m_timingAsked = true;
+        pa_operation_unref(op);
+    }
+}
+
+void PulseAudioDevice::onTiming(pa_stream* stream, int success, void* self) {
+    auto* d = static_cast<PulseAudioDevice*>(self);
+    if (stream != d->m_stream)
+        return;
+    d->m_timingAsked = false;
+    if (success)
+        d->rewriteQueued();
+    else
+        d->m_gain = d->m_wantedGain; // from the next piece on
+}
+
+void PulseAudioDevice::rewriteQueued() {
+    const pa_timing_info* timing = pa_stream_get_timing_info(m_stream);
+    const float from = m_gain, to = m_wantedGain;
+    m_gain = to;
+    if (!timing || timing->write_index_corrupt || timing->read_index_corrupt)
+        return;
+    // The frame being heard: what the server took, less what its output still holds, plus
+    // the time since the report.
+    const double frameBytes = 2 * sizeof(float);
+    const double heard = double(timing->read_index) / frameBytes -
+                         double(timing->sink_usec) * m_rate / 1e6 +
+                         double(pa_timeval_age(&timing->timestamp)) * m_rate / 1e6;
+    const auto written = std::int64_t(double(timing->write_index) / frameBytes);
+    const auto length = std::int64_t(m_history.size() / 2);
+    std::int64_t first = std::int64_t(heard + kRewriteMarginSeconds * m_rate);
+    first = std::max({first, written - length + 1, std::int64_t(0)});
+    if (written != m_written || first >= written)
+        return; // our count and the server's disagree: only new sound takes the new level
+    std::int64_t frame = first;
+    bool firstPiece = true;
+    while (frame < written) {
+        void* data = nullptr;
+        std::size_t size = std::size_t(written - frame) * 2 * sizeof(float);
+        if (pa_stream_begin_write(m_stream, &data, &size) < 0 || !data)
+            return;
+        const int frames = int(size / (2 * sizeof(float)));
+        if (frames == 0) {
+            pa_stream_cancel_write(m_stream);
+            return;
+        }
+        copyOut(frame, static_cast<float*>(data), frames, firstPiece ? from : to, to);
+        // Written behind what the server already took, this makes it take the new sound.
+        pa_stream_write(m_stream, data, std::size_t(frames) * 2 * sizeof(float), nullptr,
+                        std::int64_t(frame) * std::int64_t(frameBytes), PA_SEEK_ABSOLUTE);
+        frame += frames;
+        firstPiece = false;
     }
 }
 

@@ -3,7 +3,9 @@
 #include "audio/AudioDevice.h"
 
 #include <atomic>
+#include <cstdint>
 #include <mutex>
+#include <vector>
 
 struct pa_threaded_mainloop;
 struct pa_context;
@@ -15,13 +17,15 @@ namespace quill {
 /// loop: connecting never blocks the caller, so a server that accepts and never answers only
 /// leaves the device `starting`. Ambient sound needs no low latency, so the server is asked
 /// to hold a large buffer and to ask for more in large pieces: both sides wake a few times a
-/// second. The stream follows the default output, and a lost server, a lost stream or an
-/// output at another rate is reported through takeEvent().
+/// second. The master level is applied here: a change rewrites the queued sound from what is
+/// being heard on, so a fade still starts within milliseconds. The stream follows the
+/// default output, and a lost server, a lost stream or an output at another rate is reported
+/// through takeEvent().
 class PulseAudioDevice final : public AudioDevice {
 public:
     /// bufferMs of sound are kept queued on the server; it asks for more once refillMs of
     /// them have played.
-    explicit PulseAudioDevice(int bufferMs = 250, int refillMs = 100);
+    explicit PulseAudioDevice(int bufferMs = 500, int refillMs = 150);
     ~PulseAudioDevice() override;
     PulseAudioDevice(const PulseAudioDevice&) = delete;
     PulseAudioDevice& operator=(const PulseAudioDevice&) = delete;
@@ -34,6 +38,8 @@ public:
     Event takeEvent() override;
     QString error() const override;
     void setEventListener(std::function<void()> listener) override;
+    bool hasOutputGain() const override { return true; }
+    void setOutputGain(float gain) override;
 
 private:
     // Main-loop thread, with the loop's lock held.
@@ -41,6 +47,9 @@ private:
     static void onStreamState(pa_stream* stream, void* self);
     static void onWrite(pa_stream* stream, std::size_t bytes, void* self);
     static void onMoved(pa_stream* stream, void* self);
+    static void onTiming(pa_stream* stream, int success, void* self);
+    void rewriteQueued();
+    void copyOut(std::int64_t frame, float* out, int frames, float from, float to);
     void createStream();
     void askOutputRate();
     void fail(const char* what);
@@ -55,6 +64,13 @@ private:
     double m_rate = 48000.0;
     std::atomic<State> m_state{State::stopped};
     std::atomic<double> m_serverRate{0.0};
+
+    // What was rendered and not yet heard, before the gain: the loop thread's, made in start().
+    std::vector<float> m_history;
+    std::int64_t m_written = 0; // frames written since the stream began
+    float m_gain = 0.0f;        // applied to all that is queued
+    float m_wantedGain = 0.0f;
+    bool m_timingAsked = false;
 
     mutable std::mutex m_eventsMutex; // never taken on the render path
     unsigned m_events = 0;            // a bit per pending Event
