@@ -1,8 +1,8 @@
 #include "audio/music/MprisRequest.h"
 
 #include "audio/music/MusicLog.h"
+#include "store/BusReply.h"
 
-#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QPointer>
 #include <QThreadPool>
@@ -64,18 +64,15 @@ void MprisRequest::callMethod(const QString& service, const QString& interface,
     const QString path = service == kBusService ? kBusPath : QString::fromLatin1(mpris::objectPath);
     QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, method);
     message.setArguments(arguments);
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, callTimeoutMs), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, watcher, onReply = std::move(onReply)] {
-                watcher->deleteLater();
-                if (m_finished)
-                    return;
-                const QDBusMessage reply = watcher->reply();
-                if (reply.type() == QDBusMessage::ErrorMessage)
-                    qCDebug(lcMusic)
-                        << "bus call failed:" << reply.errorName() << reply.errorMessage();
-                onReply(reply);
-            });
+    onBusReply(this, m_bus.asyncCall(message, callTimeoutMs),
+               [this, onReply = std::move(onReply)](const QDBusMessage& reply) {
+                   if (m_finished)
+                       return;
+                   if (reply.type() == QDBusMessage::ErrorMessage)
+                       qCDebug(lcMusic)
+                           << "bus call failed:" << reply.errorName() << reply.errorMessage();
+                   onReply(reply);
+               });
 }
 
 void MprisRequest::getAllProperties(const QString& service, const QString& interface,

@@ -1,10 +1,9 @@
 #include "store/focusguard/DesktopNotificationHold.h"
 
+#include "store/BusReply.h"
 #include "store/focusguard/FocusGuardLog.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QPointer>
 #include <utility>
 
@@ -60,10 +59,7 @@ void DesktopNotificationHold::askGnome() {
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
     call << QStringLiteral("org.gnome.Shell");
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        const QDBusMessage reply = watcher->reply();
+    onBusReply(this, m_bus.asyncCall(call), [this](const QDBusMessage& reply) {
         const bool gnome = reply.type() == QDBusMessage::ReplyMessage &&
                            !reply.arguments().isEmpty() && reply.arguments().constFirst().toBool();
         if (!gnome)

@@ -1,11 +1,11 @@
 #include "store/focusguard/SessionLockWatch.h"
 
+#include "store/BusReply.h"
 #include "store/focusguard/FocusGuardLog.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
 
 namespace quill {
 
@@ -36,11 +36,8 @@ void SessionLockWatch::watch(Locked locked) {
         call << uint(QCoreApplication::applicationPid());
     else
         call << m_sessionId;
-    auto* watcher = new QDBusPendingCallWatcher(m_system.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        followSession(watcher->reply());
-    });
+    onBusReply(this, m_system.asyncCall(call),
+               [this](const QDBusMessage& reply) { followSession(reply); });
 }
 
 void SessionLockWatch::followSession(const QDBusMessage& reply) {

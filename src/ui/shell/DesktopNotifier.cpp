@@ -1,10 +1,10 @@
 #include "DesktopNotifier.h"
 
 #include "AppIdentity.h"
+#include "store/BusReply.h"
 #include "ui/UiLog.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QVariantMap>
 
@@ -43,13 +43,11 @@ void DesktopNotifier::show(const QString& summary, const QString& body,
                             {QStringLiteral("urgency"), QVariant::fromValue(uchar(1))}};
     call << QStringLiteral("Quillmere") << m_id << appId() << summary << body
          << QStringList{kDefaultAction, actionLabel} << hints << qint32(-1);
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, &DesktopNotifier::onShown);
+    onBusReply(this, m_bus.asyncCall(call), [this](const QDBusMessage& reply) { onShown(reply); });
 }
 
-void DesktopNotifier::onShown(QDBusPendingCallWatcher* call) {
-    call->deleteLater();
-    const QDBusPendingReply<uint> reply = *call;
+void DesktopNotifier::onShown(const QDBusMessage& message) {
+    const QDBusPendingReply<uint> reply = message;
     if (reply.isError()) {
         // No notification server is an ordinary desktop; the window still shows the review.
         qCDebug(lcUi) << "No desktop notification:" << reply.error().message();

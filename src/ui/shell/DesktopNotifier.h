@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QString>
 
-class QDBusPendingCallWatcher;
+class QDBusMessage;
 
 namespace quill {
 
@@ -32,7 +32,7 @@ private Q_SLOTS:
     void onActivationToken(uint id, const QString& token);
 
 private:
-    void onShown(QDBusPendingCallWatcher* call);
+    void onShown(const QDBusMessage& message);
 
     QDBusConnection m_bus;
     uint m_id = 0;

@@ -1,9 +1,9 @@
 #include "TrayHostWatch.h"
 
 #include "X11WindowHints.h"
+#include "store/BusReply.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
@@ -44,10 +44,8 @@ void TrayHostWatch::ask() {
         kWatcher, kWatcherPath, QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("Get"));
     get << kWatcher << QStringLiteral("IsStatusNotifierHostRegistered");
-    auto* pending = new QDBusPendingCallWatcher(m_bus.asyncCall(get), this);
-    connect(pending, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* w) {
-        w->deleteLater();
-        const QDBusPendingReply<QDBusVariant> reply = *w;
+    onBusReply(this, m_bus.asyncCall(get), [this](const QDBusMessage& message) {
+        const QDBusPendingReply<QDBusVariant> reply = message;
         if (!reply.isError() && reply.value().variant().toBool())
             setFound();
     });
