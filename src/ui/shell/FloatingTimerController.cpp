@@ -21,7 +21,15 @@ namespace {
 const QUrl kPanelUrl(QStringLiteral("qrc:/qt/qml/Quillmere/FloatingTimerPanel.qml"));
 } // namespace
 
-FloatingTimerController::FloatingTimerController(QObject* parent) : QObject(parent) {}
+FloatingTimerController::FloatingTimerController(ViewModels& models, QQmlEngine& engine,
+                                                 QQuickWindow& mainWindow)
+    : QObject(&mainWindow), m_models(models), m_store(models.store()), m_engine(engine),
+      m_mainWindow(mainWindow) {
+    setObjectName(QStringLiteral("floatingTimerController"));
+    watchStore();
+    watchMainWindow();
+    update();
+}
 
 FloatingTimerController::~FloatingTimerController() {
     rememberPlace();
@@ -56,84 +64,49 @@ bool FloatingTimerController::wanted(bool mainMinimised, bool sessionActive,
             settings.effectiveFloatingSignalButtons());
 }
 
-void FloatingTimerController::setModels(ViewModels* models) {
-    if (m_models == models)
-        return;
-    m_models = models;
-    AppStore* store = models ? &models->store() : nullptr;
-    disconnect(m_storeSettings);
-    disconnect(m_storePhase);
-    m_store = store;
-    if (store) {
-        m_storePhase =
-            connect(store, &AppStore::phaseChanged, this, &FloatingTimerController::update);
-        m_storeSettings = connect(store, &AppStore::settingsChanged, this, [this] {
-            const AppSettings& s = m_store->settings();
-            const bool countdown = s.effectiveFloatingTimerOnMinimize();
-            const bool buttons = s.effectiveFloatingSignalButtons();
-            if (countdown == m_countdownSetting && buttons == m_buttonsSetting)
-                return;
-            m_countdownSetting = countdown;
-            m_buttonsSetting = buttons;
-            update();
-        });
-        m_countdownSetting = store->settings().effectiveFloatingTimerOnMinimize();
-        m_buttonsSetting = store->settings().effectiveFloatingSignalButtons();
-    }
-    watchMainWindow();
-    Q_EMIT storeChanged();
-    update();
-}
-
-void FloatingTimerController::setMainWindow(QQuickWindow* window) {
-    if (m_mainWindow == window)
-        return;
-    m_mainWindow = window;
-    watchMainWindow();
-    Q_EMIT mainWindowChanged();
-    update();
+void FloatingTimerController::watchStore() {
+    connect(&m_store, &AppStore::phaseChanged, this, &FloatingTimerController::update);
+    m_countdownSetting = m_store.settings().effectiveFloatingTimerOnMinimize();
+    m_buttonsSetting = m_store.settings().effectiveFloatingSignalButtons();
+    connect(&m_store, &AppStore::settingsChanged, this, [this] {
+        const AppSettings& s = m_store.settings();
+        const bool countdown = s.effectiveFloatingTimerOnMinimize();
+        const bool buttons = s.effectiveFloatingSignalButtons();
+        if (countdown == m_countdownSetting && buttons == m_buttonsSetting)
+            return;
+        m_countdownSetting = countdown;
+        m_buttonsSetting = buttons;
+        update();
+    });
 }
 
 void FloatingTimerController::watchMainWindow() {
-    disconnect(m_windowState);
-    disconnect(m_windowVisible);
-    m_mainMinimised = false;
-    MinimisedWatch* watch =
-        m_store ? MinimisedWatch::of(m_mainWindow, m_store->scheduler()) : nullptr;
-    if (!watch)
-        return;
-    m_windowState = connect(watch, &MinimisedWatch::minimisedChanged, this, [this](bool minimised) {
+    MinimisedWatch* watch = MinimisedWatch::of(&m_mainWindow, m_store.scheduler());
+    connect(watch, &MinimisedWatch::minimisedChanged, this, [this](bool minimised) {
         m_mainMinimised = minimised;
         update();
     });
     // A main window closed into the tray is out of sight as much as a minimised one.
-    m_windowVisible =
-        connect(m_mainWindow, &QWindow::visibleChanged, this, &FloatingTimerController::update);
+    connect(&m_mainWindow, &QWindow::visibleChanged, this, &FloatingTimerController::update);
     m_mainMinimised = watch->isMinimised();
 }
 
 bool FloatingTimerController::mainOutOfSight() const {
-    return m_mainMinimised || (m_mainWindow && !m_mainWindow->isVisible());
+    return m_mainMinimised || !m_mainWindow.isVisible();
 }
 
 void FloatingTimerController::update() {
-    if (m_store && m_store->isSessionActive())
+    if (m_store.isSessionActive())
         component();
-    if (m_store && wanted(mainOutOfSight(), m_store->isSessionActive(), m_store->settings()))
+    if (wanted(mainOutOfSight(), m_store.isSessionActive(), m_store.settings()))
         open();
     else
         dismiss();
 }
 
 QQmlComponent* FloatingTimerController::component() {
-    if (m_component)
-        return m_component;
-    QQmlEngine* engine = qmlEngine(this);
-    if (!engine) {
-        qCWarning(lcUi) << "The floating timer has no QML engine to build its window.";
-        return nullptr;
-    }
-    m_component = new QQmlComponent(engine, kPanelUrl, this);
+    if (!m_component)
+        m_component = new QQmlComponent(&m_engine, kPanelUrl, this);
     return m_component;
 }
 
@@ -141,11 +114,9 @@ void FloatingTimerController::open() {
     if (m_panel)
         return;
     QQmlComponent* component = this->component();
-    if (!component)
-        return;
     m_composited = x11::compositorRunning();
     QObject* built = component->createWithInitialProperties(
-        {{QStringLiteral("models"), QVariant::fromValue(m_models.data())},
+        {{QStringLiteral("models"), QVariant::fromValue(&m_models)},
          {QStringLiteral("controller"), QVariant::fromValue(this)}});
     auto* panel = qobject_cast<QQuickWindow*>(built);
     if (!panel) {
@@ -203,7 +174,7 @@ void FloatingTimerController::dismiss() {
 }
 
 void FloatingTimerController::restoreMainWindow() {
-    restoreWindow(m_mainWindow);
+    restoreWindow(&m_mainWindow);
     dismiss();
 }
 

@@ -2,7 +2,6 @@
 
 #include "FloatingTimerPlace.h"
 #include "model/AppSettings.h"
-#include "ui/viewmodels/ViewModels.h"
 
 #include <QObject>
 #include <QPointer>
@@ -11,11 +10,13 @@
 #include <memory>
 
 class QQmlComponent;
+class QQmlEngine;
 
 namespace quill {
 
 class AppStore;
 class KWinWindowRule;
+class ViewModels;
 
 /// Opens the floating countdown panel while a round runs and the main window is minimised or
 /// closed into the tray (and the settings ask for it), and closes it otherwise. The panel is a
@@ -24,11 +25,7 @@ class KWinWindowRule;
 class FloatingTimerController : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    /// The app's view models, on the store whose round the panel shows.
-    Q_PROPERTY(quill::ViewModels* models READ models WRITE setModels NOTIFY storeChanged)
-    /// The main window, watched for minimising and brought back by the restore button.
-    Q_PROPERTY(
-        QQuickWindow* mainWindow READ mainWindow WRITE setMainWindow NOTIFY mainWindowChanged)
+    QML_UNCREATABLE("Built by the running user interface beside its main window")
     /// The open panel, or null.
     Q_PROPERTY(QQuickWindow* panel READ panel NOTIFY panelChanged)
     /// The panel's transparent margin shows the desktop (a compositor runs), so it can draw
@@ -38,16 +35,14 @@ class FloatingTimerController : public QObject {
     Q_PROPERTY(QString placeFile READ placeFile WRITE setPlaceFile NOTIFY placeFileChanged)
 
 public:
-    explicit FloatingTimerController(QObject* parent = nullptr);
+    /// Watches mainWindow (minimised, hidden into the tray) and builds the panel with engine
+    /// on the store behind models; a child of mainWindow.
+    FloatingTimerController(ViewModels& models, QQmlEngine& engine, QQuickWindow& mainWindow);
     ~FloatingTimerController() override;
 
     /// The opening rule: minimised, a round active, and the countdown or the buttons wanted.
     static bool wanted(bool mainMinimised, bool sessionActive, const AppSettings& settings);
 
-    ViewModels* models() const { return m_models; }
-    void setModels(ViewModels* models);
-    QQuickWindow* mainWindow() const { return m_mainWindow; }
-    void setMainWindow(QQuickWindow* window);
     QQuickWindow* panel() const { return m_panel; }
     bool composited() const { return m_composited; }
     QString placeFile() const { return m_placeFile; }
@@ -59,8 +54,6 @@ public:
     Q_INVOKABLE void startMove();
 
 Q_SIGNALS:
-    void storeChanged();
-    void mainWindowChanged();
     void panelChanged();
     void placeFileChanged();
 
@@ -69,15 +62,17 @@ private:
     QQmlComponent* component();
     void open();
     void dismiss();
+    void watchStore();
     void watchMainWindow();
     /// Minimised, or closed into the tray.
     bool mainOutOfSight() const;
     FloatingTimerPlace& place();
     void rememberPlace();
 
-    QPointer<ViewModels> m_models;
-    QPointer<AppStore> m_store;
-    QPointer<QQuickWindow> m_mainWindow;
+    ViewModels& m_models;
+    AppStore& m_store;
+    QQmlEngine& m_engine;
+    QQuickWindow& m_mainWindow;
     QPointer<QQuickWindow> m_panel;
     // Compiled when a round starts, so minimising only has to instantiate it.
     QQmlComponent* m_component = nullptr;
@@ -85,7 +80,6 @@ private:
     std::unique_ptr<FloatingTimerPlace> m_place; // read on first open, kept for the session
     // Plasma on Wayland: keeps the panel above and on every desktop.
     std::unique_ptr<KWinWindowRule> m_kwinRule;
-    QMetaObject::Connection m_storeSettings, m_storePhase, m_windowState, m_windowVisible;
     bool m_mainMinimised = false;
     bool m_composited = false;
     // What the open-rule last saw of the settings: a settings write that changes neither

@@ -1,5 +1,6 @@
 #include "UiRuntime.h"
 
+#include "FloatingTimerController.h"
 #include "MainWindowRestorer.h"
 #include "QtQuickAccessibility.h"
 #include "StartupTrim.h"
@@ -57,8 +58,11 @@ bool UiRuntime::load() {
         return false;
     }
     m_mainWindow = qobject_cast<QQuickWindow*>(roots.first());
+    if (!m_mainWindow)
+        return false;
+    new FloatingTimerController(*m_models, *m_engine, *m_mainWindow);
     trimAfterFirstFrame(m_mainWindow);
-    return m_mainWindow != nullptr;
+    return true;
 }
 
 void UiRuntime::bringToFront(const QString& activationToken) {

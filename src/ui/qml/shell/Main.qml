@@ -203,8 +203,6 @@ Window {
 
     MainWindowCloser { objectName: "mainWindowCloser"; window: root; shell: root.shellModel; trayHost: trayIcon.hostAvailable }
 
-    FloatingTimerController { objectName: "floatingTimerController"; models: root.models; mainWindow: root }
-
     TrayIcon {
         id: trayIcon
         objectName: "trayIcon"
