@@ -1,5 +1,6 @@
 // Reading the text forms of dates and UUIDs in the data file.
 #include "storage/DataFileCodec.h"
+#include "storage/JsonReader.h"
 
 namespace quill::DataFileCodec {
 
@@ -13,16 +14,6 @@ bool digits(QByteArrayView s, qsizetype from, qsizetype count, int& out) {
         out = out * 10 + (c - '0');
     }
     return true;
-}
-
-int hexValue(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
 }
 
 bool isLeapYear(int y) {
@@ -96,7 +87,7 @@ std::optional<QUuid> parseUuid(QByteArrayView s) {
                 return std::nullopt;
             continue;
         }
-        const int h = hexValue(s[i]);
+        const int h = JsonReader::hexValue(s[i]);
         if (h < 0)
             return std::nullopt;
         if (nibbles % 2 == 0)

@@ -14,16 +14,6 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-int hexValue(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
-
 void appendUtf8(std::string& out, char32_t cp) {
     if (cp < 0x80) {
         out += char(cp);
@@ -72,6 +62,16 @@ int utf8SequenceLength(const unsigned char* p, const unsigned char* end) {
     return length;
 }
 } // namespace
+
+int JsonReader::hexValue(char c) {
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    return -1;
+}
 
 JsonReader::JsonReader(QByteArrayView text) : m_p(text.data()), m_end(text.data() + text.size()) {
     // A byte-order mark some editors put in front of UTF-8 text.

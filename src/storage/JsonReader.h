@@ -34,6 +34,8 @@ public:
     QString readString();
     /// UTF-8 as text, keeping a leading byte order mark (it is part of the text).
     static QString decodeUtf8(QByteArrayView bytes);
+    /// The value of one hexadecimal digit in either case, or -1 for any other character.
+    static int hexValue(char c);
     /// The string's UTF-8 bytes, valid until the next read.
     QByteArrayView readUtf8();
     /// Skips one value of any kind, checking its syntax.
