@@ -65,28 +65,11 @@ if [ "${WM:-openbox}" != none ] && command -v "${WM:-openbox}" >/dev/null; then
     sleep 1
 fi
 
-# A private session bus for everything below. It lists no service folder, so nothing the
-# desktop installed (a notification server, a player) starts on it and adds its own cost.
+# A private session bus for everything below, so nothing the desktop installed adds its cost.
+# shellcheck source=../../tools/private-session-bus.sh
+source "$(dirname "$0")/../../tools/private-session-bus.sh"
 if command -v dbus-daemon >/dev/null; then
-    cat >"$work/bus.conf" <<EOF
-<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig>
-  <type>session</type>
-  <listen>unix:dir=$work</listen>
-  <auth>EXTERNAL</auth>
-  <policy context="default">
-    <allow send_destination="*" eavesdrop="true"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-EOF
-    dbus-daemon --config-file="$work/bus.conf" --fork --print-address=1 --print-pid=1 \
-        >"$work/bus" 2>/dev/null
-    export DBUS_SESSION_BUS_ADDRESS
-    DBUS_SESSION_BUS_ADDRESS=$(sed -n 1p "$work/bus")
-    pids+=("$(sed -n 2p "$work/bus")")
+    start_private_session_bus "$work"
 fi
 
 # Fresh, private homes for every run, so nothing of a real user's data is touched.

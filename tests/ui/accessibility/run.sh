@@ -41,25 +41,10 @@ for attempt in 1 2 3; do
   [ "$attempt" -lt 3 ] || exit 1
 done
 
-# A private session bus that lists no service folder, so nothing the desktop installed (a
-# notification server, a player) starts on it; the accessibility bus is launched on it.
-cat >"$work/bus.conf" <<EOF
-<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig>
-  <type>session</type>
-  <listen>unix:dir=$work</listen>
-  <auth>EXTERNAL</auth>
-  <policy context="default">
-    <allow send_destination="*" eavesdrop="true"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-EOF
-dbus-daemon --config-file="$work/bus.conf" --fork --print-address=1 --print-pid=1 >"$work/bus"
-export DBUS_SESSION_BUS_ADDRESS=$(sed -n 1p "$work/bus")
-pids+=("$(sed -n 2p "$work/bus")")
+# A private session bus; the accessibility bus is launched on it.
+# shellcheck source=../../../tools/private-session-bus.sh
+source "$here/../../../tools/private-session-bus.sh"
+start_private_session_bus "$work"
 /usr/libexec/at-spi-bus-launcher --launch-immediately >"$work/atspi.log" 2>&1 &
 pids+=($!)
 
