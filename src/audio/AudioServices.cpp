@@ -9,6 +9,7 @@
 #include "audio/SdlAudioDevice.h"
 #include "audio/SdlLibrary.h"
 #include "audio/SndfileLibrary.h"
+#include "audio/ThreadedAudioDevice.h"
 
 #include <QThreadPool>
 
@@ -27,7 +28,8 @@ std::shared_ptr<AmbientOutput> createAmbientOutput() {
 #ifdef QUILL_HAVE_PULSE
     env.device = std::make_shared<PulseAudioDevice>();
 #else
-    env.device = std::make_shared<SdlAudioDevice>(AmbientPlayer::kOutputBufferFrames);
+    env.device = std::make_shared<ThreadedAudioDevice>(
+        std::make_shared<SdlAudioDevice>(AmbientPlayer::kOutputBufferFrames));
 #endif
     env.scheduler = std::make_shared<PreciseTimerScheduler>();
     // Loading SDL and libsndfile (with the codecs behind it) takes the first play 15-20 ms;
