@@ -5,6 +5,7 @@
 #include "audio/PreciseTimerScheduler.h"
 #ifdef QUILL_HAVE_PULSE
 #include "audio/PulseAudioDevice.h"
+#include "audio/PulseLibrary.h"
 #endif
 #include "audio/SdlAudioDevice.h"
 #include "audio/SdlLibrary.h"
@@ -36,7 +37,9 @@ std::shared_ptr<AmbientOutput> createAmbientOutput() {
     // asked for while the pointer approaches the button, a pool thread does it instead.
     env.loadLibraries = [] {
         QThreadPool::globalInstance()->start([] {
-#ifndef QUILL_HAVE_PULSE
+#ifdef QUILL_HAVE_PULSE
+            PulseLibrary::get();
+#else
             SdlLibrary::get();
 #endif
             SndfileLibrary::get();
