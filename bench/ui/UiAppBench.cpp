@@ -11,7 +11,12 @@
 // (largest first) and quits: where start-up time and memory go.
 // --locate NAME only prints the window coordinates of the item's centre (x y) and quits, so
 // measure.sh can click it in the real binary.
+// --write-history N only writes N synthetic sessions as the data file and quits; the next
+// start then measures opening them (start-up on a long history), e.g. under Xvfb:
+//   bench_ui_app --write-history 100000 && bench_ui_app --settle 1 --seconds 1
 #include "../ProcessUsage.h"
+#include "SyntheticHistory.h"
+#include "storage/Persistence.h"
 #include "store/AppStore.h"
 #include "ui/UiModule.h"
 #include "ui/shell/DesktopServices.h"
@@ -24,6 +29,7 @@
 #include <QQmlContext>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QStandardPaths>
 #include <QTimer>
 #include <algorithm>
 #include <atomic>
@@ -69,6 +75,15 @@ int main(int argc, char** argv) {
     };
     const int seconds = number("--seconds", 30);
     const int settleMs = number("--settle", 5) * 1000;
+    if (const int sessions = number("--write-history", 0); sessions > 0) {
+        const QString folder =
+            QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+            QStringLiteral("/Quillmere");
+        return quill::Persistence::save(folder, quill::bench::syntheticSettings(),
+                                        quill::bench::syntheticHistory(sessions))
+                   ? 0
+                   : 1;
+    }
 
     quill::linkUiModule();
     quill::UiRuntime::prepareApplication();
@@ -122,6 +137,7 @@ int main(int argc, char** argv) {
             if (firstFrame.exchange(true))
                 return;
             std::printf("first_frame_ms=%.1f\n", msSinceProcessStart());
+            std::printf("sessions=%d\n", int(runtime.store()->sessions().size()));
             std::fflush(stdout);
             QMetaObject::invokeMethod(
                 &app,

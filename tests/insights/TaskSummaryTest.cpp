@@ -23,12 +23,6 @@ QStringList names(const QList<TaskSummary>& rows) {
     return out;
 }
 
-TEST(TaskSummaries, NoSessionsNoRows) {
-    EXPECT_TRUE(Statistics::taskSummaries({}).isEmpty());
-    EXPECT_TRUE(Statistics::taskBreakdownRows({}).isEmpty());
-    EXPECT_EQ(Statistics::taskBreakdownScale({}), 1);
-}
-
 TEST(TaskSummaries, GroupByDisplayNameAndSumRoundedMinutes) {
     const QList<TaskSummary> rows = Statistics::taskSummaries({
         taskSession(QStringLiteral("写作"), 89, 5),
@@ -59,14 +53,11 @@ TEST(TaskSummaries, AbsurdRatingsAndMinutesNeitherOverflowNorWrap) {
         double(kMin));
 }
 
-TEST(TaskSummaries, MoreMinutesFirst) {
-    const QList<TaskSummary> rows = Statistics::taskSummaries(
-        {taskSession(QStringLiteral("a"), 60), taskSession(QStringLiteral("c"), 180),
-         taskSession(QStringLiteral("b"), 120), taskSession(QStringLiteral("a"), 150)});
-    EXPECT_EQ(names(rows), (QStringList{"a", "c", "b"})); // a: 1 + 3 minutes
-}
-
-TEST(TaskSummaries, EqualMinutesSortLikeAFileBrowser) {
+TEST(TaskSummaries, MoreMinutesFirstAndEqualMinutesSortLikeAFileBrowser) {
+    EXPECT_EQ(names(Statistics::taskSummaries(
+                  {taskSession(QStringLiteral("a"), 60), taskSession(QStringLiteral("c"), 180),
+                   taskSession(QStringLiteral("b"), 120), taskSession(QStringLiteral("a"), 150)})),
+              (QStringList{"a", "c", "b"})); // a: 1 + 3 minutes
     QList<StudySession> sessions;
     for (const char* name : {"b10", "B11", "b2", "a", "b1", "Apple", "b02x", "item 100", "Item 20"})
         sessions << taskSession(QString::fromUtf8(name), 600);
@@ -93,7 +84,9 @@ TEST(TaskSummaries, ComposedAndDecomposedSpellingsAreOneTask) {
     EXPECT_EQ(Statistics::taskSessionCount(sessions, decomposed), 2);
 }
 
-TEST(TaskSummaries, BreakdownTakesTheFirstEightRows) {
+TEST(TaskSummaries, BreakdownTakesTheFirstEightRowsOnAScaleOfAtLeastOne) {
+    EXPECT_TRUE(Statistics::taskSummaries({}).isEmpty());
+    EXPECT_TRUE(Statistics::taskBreakdownRows({}).isEmpty());
     QList<StudySession> sessions;
     for (int i = 1; i <= 11; ++i)
         sessions << taskSession(QStringLiteral("t%1").arg(i), i * 60);
@@ -102,9 +95,7 @@ TEST(TaskSummaries, BreakdownTakesTheFirstEightRows) {
     EXPECT_EQ(rows.first().name, QStringLiteral("t11"));
     EXPECT_EQ(rows.last().name, QStringLiteral("t4"));
     EXPECT_EQ(Statistics::taskBreakdownScale(sessions), 11);
-}
-
-TEST(TaskSummaries, BreakdownScaleIsAtLeastOne) {
+    EXPECT_EQ(Statistics::taskBreakdownScale({}), 1);
     const std::pair<qint64, qint64> cases[] = {{0, 1}, {29, 1}, {89, 1}, {90, 2}, {150, 3}};
     for (const auto& [seconds, scale] : cases)
         EXPECT_EQ(Statistics::taskBreakdownScale({taskSession(QStringLiteral("x"), seconds)}),

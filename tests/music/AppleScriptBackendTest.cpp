@@ -253,29 +253,25 @@ TEST_F(AppleScriptBackendTest, TwoRequestsCloseTogetherEachCompleteOnce) {
 
 // ---- NetEase preparation ----
 
-TEST_F(AppleScriptBackendTest, NetEaseNotInstalledFailsBeforeReturning) {
-    m_netEase->installed = false;
-    request(MusicService::netEase, MusicSource::library, {});
-    ASSERT_EQ(m_outcomes.size(), 1u);
-    EXPECT_FALSE(m_outcomes[0].success);
-    EXPECT_EQ(m_outcomes[0].text, u"没有找到网易云音乐客户端"_qs);
-    EXPECT_EQ(m_netEase->asked, QStringList{u"installed"_qs});
+// Missing, or without the accessibility permission its script needs: told before returning,
+// and the client is neither launched nor scripted.
+TEST_F(AppleScriptBackendTest, NetEaseThatCannotBeScriptedFailsBeforeReturning) {
+    const QString permission = u"需要在“系统设置 › 隐私与安全性 › 辅助功能”中允许“Quillmere”；"
+                               u"如果已经勾选，请先用“−”移除旧条目再重新添加"_qs;
+    for (const bool installed : {false, true}) {
+        m_netEase->installed = installed;
+        m_netEase->trusted = false;
+        m_netEase->running = false;
+        m_outcomes.clear();
+        request(MusicService::netEase, MusicSource::library, {});
+        ASSERT_EQ(m_outcomes.size(), 1u);
+        EXPECT_FALSE(m_outcomes[0].success);
+        EXPECT_EQ(m_outcomes[0].text, installed ? permission : u"没有找到网易云音乐客户端"_qs);
+        drainEvents();
+        EXPECT_EQ(m_outcomes.size(), 1u);
+    }
+    EXPECT_EQ(m_netEase->asked, (QStringList{u"installed"_qs, u"installed"_qs, u"trusted"_qs}));
     EXPECT_EQ(m_netEase->opened, 0);
-    drainEvents();
-    EXPECT_EQ(m_outcomes.size(), 1u);
-    EXPECT_TRUE(invocations().isEmpty());
-}
-
-TEST_F(AppleScriptBackendTest, NetEaseWithoutAccessibilityFailsBeforeReturning) {
-    m_netEase->trusted = false;
-    m_netEase->running = false;
-    request(MusicService::netEase, MusicSource::library, {});
-    ASSERT_EQ(m_outcomes.size(), 1u);
-    EXPECT_FALSE(m_outcomes[0].success);
-    EXPECT_EQ(m_outcomes[0].text, u"需要在“系统设置 › 隐私与安全性 › 辅助功能”中允许“Quillmere”；"
-                                  u"如果已经勾选，请先用“−”移除旧条目再重新添加"_qs);
-    EXPECT_EQ(m_netEase->opened, 0) << "the client is not launched for a script that cannot run";
-    drainEvents();
     EXPECT_TRUE(invocations().isEmpty());
 }
 

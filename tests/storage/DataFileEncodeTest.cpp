@@ -211,19 +211,6 @@ TEST(DataFileEncoding, EveryOptionalKeyIsWrittenWhenPresentAndOmittedWhenAbsent)
 
 // ---------------------------------------------------------------- values
 
-TEST(DataFileEncoding, IntegersStayIntegersAtTheirExtremes) {
-    StudySession s = plainSession("00000000-0000-0000-0000-000000000001", utc(2026, 1, 1, 0, 0));
-    s.plannedMinutes = std::numeric_limits<qint64>::max();
-    s.focusedSeconds = std::numeric_limits<qint64>::min();
-    s.startEnergy = -3;
-    s.endEnergy = 9007199254740993; // above 2^53: a double would lose the last digit
-    const QByteArray bytes = DataFileCodec::encode(AppSettings{}, {s});
-    EXPECT_TRUE(bytes.contains("\"plannedMinutes\" : 9223372036854775807,"));
-    EXPECT_TRUE(bytes.contains("\"focusedSeconds\" : -9223372036854775808,"));
-    EXPECT_TRUE(bytes.contains("\"startEnergy\" : -3,"));
-    EXPECT_TRUE(bytes.contains("\"endEnergy\" : 9007199254740993,"));
-}
-
 TEST(DataFileEncoding, DoublesUseTheShortestRoundTripForm) {
     AppSettings s;
     s.ambientVolumes = std::map<QString, double>{{QStringLiteral("a"), 0.1 + 0.2},

@@ -27,33 +27,6 @@ TEST_F(AmbientCardTest, TilesListTheCatalogueInOrder) {
     EXPECT_FALSE(tile(8, AmbientTileModel::RawRole).isValid());
 }
 
-TEST_F(AmbientCardTest, WithNothingSelectedTheStatusInvitesAndTilesAreOff) {
-    EXPECT_EQ(vm.statusText(), "点选下面的声音即可试听，可以叠加多种一起放。");
-    for (int row = 0; row < 8; ++row) {
-        EXPECT_FALSE(tile(row, AmbientTileModel::SelectedRole).toBool());
-        EXPECT_EQ(tile(row, AmbientTileModel::HelpRole), "加入混音");
-    }
-    EXPECT_EQ(vm.playTitle(), "播放");
-    EXPECT_EQ(vm.playSymbol(), "play.fill");
-}
-
-TEST_F(AmbientCardTest, TheStatusListsTitlesInSelectionOrder) {
-    fakes.ambient->playResult = true;
-    vm.toggleSound("brownNoise");
-    vm.toggleSound("crickets");
-    EXPECT_TRUE(vm.playing());
-    EXPECT_EQ(vm.statusText(), "正在播放：棕噪音 + 虫鸣");
-    EXPECT_EQ(vm.playTitle(), "暂停");
-    EXPECT_EQ(vm.playSymbol(), "pause.fill");
-    EXPECT_EQ(tile(7, AmbientTileModel::HelpRole), "移出混音");
-
-    vm.togglePlayback();
-    EXPECT_FALSE(vm.playing());
-    // The button follows the playing flag, not the selection.
-    EXPECT_EQ(vm.playTitle(), "播放");
-    EXPECT_EQ(vm.statusText(), "已选：棕噪音 + 虫鸣");
-}
-
 TEST_F(AmbientCardTest, AFailedStartLeavesTheCardStopped) {
     fakes.ambient->playResult = false;
     vm.toggleSound("rain");

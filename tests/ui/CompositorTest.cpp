@@ -37,6 +37,7 @@ namespace {
 constexpr int kWaitMs = 30000; // a software-rendering compositor on a loaded machine
 const QString kMainTitle = QStringLiteral("Quillmere");
 const QString kPanelTitle = QStringLiteral("Quillmere倒计时");
+const QSize kScreen(1024, 768);
 const QString kTrayPanelTitle = QStringLiteral("Quillmere托盘面板");
 
 /// Receives what the test's KWin scripts report back over the bus.
@@ -62,12 +63,9 @@ class StatusNotifierWatcher : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
     Q_PROPERTY(bool IsStatusNotifierHostRegistered READ hostRegistered)
-    Q_PROPERTY(int ProtocolVersion READ protocolVersion)
-    Q_PROPERTY(QStringList RegisteredStatusNotifierItems READ items)
 
 public:
     bool hostRegistered() const { return true; }
-    int protocolVersion() const { return 0; }
     QStringList items() const {
         std::lock_guard lock(m_mutex);
         return m_items;
@@ -78,7 +76,6 @@ public Q_SLOTS:
         std::lock_guard lock(m_mutex);
         m_items << service;
     }
-    void RegisterStatusNotifierHost(const QString&) {}
 
 private:
     mutable std::mutex m_mutex;
@@ -180,8 +177,9 @@ public:
                      "mv \"$1.part\" \"$1\"\n");
         script.close();
         script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-        kwin_.start(copy, {"--virtual", "--xwayland", "--width", "1024", "--height", "768",
-                           "--socket", "quillmere-test", "--no-lockscreen", "--no-global-shortcuts",
+        kwin_.start(copy, {"--virtual", "--xwayland", "--width", QString::number(kScreen.width()),
+                           "--height", QString::number(kScreen.height()), "--socket",
+                           "quillmere-test", "--no-lockscreen", "--no-global-shortcuts",
                            "--no-kactivities", tell + " " + x11});
         if (!kwin_.waitForStarted(10000))
             return fail("kwin_wayland did not start");
@@ -214,13 +212,11 @@ public:
     QProcessEnvironment appEnvironment(const QString& platform) const {
         QProcessEnvironment e = env;
         e.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
-        if (platform == QLatin1String("xcb")) {
-            e.insert(QStringLiteral("DISPLAY"), display);
-            if (!xauthority.isEmpty())
-                e.insert(QStringLiteral("XAUTHORITY"), xauthority);
-        } else {
-            e.insert(QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("quillmere-test"));
-        }
+        // Both, as in a Wayland session: the platform says which one the app uses.
+        e.insert(QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("quillmere-test"));
+        e.insert(QStringLiteral("DISPLAY"), display);
+        if (!xauthority.isEmpty())
+            e.insert(QStringLiteral("XAUTHORITY"), xauthority);
         e.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
         e.insert(QStringLiteral("SDL_AUDIODRIVER"), QStringLiteral("dummy"));
         e.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
@@ -234,19 +230,20 @@ public:
         const QString path = root.filePath(name + ".js");
         QFile file(path);
         file.open(QIODevice::WriteOnly);
-        file.write(
-            QStringLiteral("var pid = %1;\n"
-                           "function app() { return workspace.clientList().filter(function (c) { "
-                           "return c.pid === pid; }); }\n"
-                           "function describe(c) { return { caption: c.caption, minimized: "
-                           "c.minimized, active: c.active, keepAbove: c.keepAbove, onAllDesktops: "
-                           "c.onAllDesktops, skipTaskbar: c.skipTaskbar, x: c.x, y: c.y }; }\n"
-                           "%2\n"
-                           "callDBus('org.quillmere.TestProbe', '/', 'org.quillmere.TestProbe', "
-                           "'report', JSON.stringify(app().map(describe)));\n")
-                .arg(pid)
-                .arg(body)
-                .toUtf8());
+        file.write(QStringLiteral(
+                       "var pid = %1;\n"
+                       "function app() { return workspace.clientList().filter(function (c) { "
+                       "return c.pid === pid; }); }\n"
+                       "function describe(c) { return { caption: c.caption, minimized: "
+                       "c.minimized, active: c.active, keepAbove: c.keepAbove, onAllDesktops: "
+                       "c.onAllDesktops, skipTaskbar: c.skipTaskbar, x: c.x, y: c.y, right: c.x + "
+                       "c.width, bottom: c.y + c.height }; }\n"
+                       "%2\n"
+                       "callDBus('org.quillmere.TestProbe', '/', 'org.quillmere.TestProbe', "
+                       "'report', JSON.stringify(app().map(describe)));\n")
+                       .arg(pid)
+                       .arg(body)
+                       .toUtf8());
         file.close();
         const int before = probe.reports;
         QDBusReply<int> id =
@@ -303,34 +300,32 @@ public:
         return a11y.call(call, QDBus::Block, 10000).type() == QDBusMessage::ReplyMessage;
     }
 
-    /// Clicks the tray item the app registered, as the desktop's tray does.
-    bool clickTrayItem() {
+    /// Calls the tray item the app registered, as the desktop's tray does.
+    QDBusMessage callTrayItem(const QString& path, const QString& interface, const QString& method,
+                              const QVariantList& args) {
         const QStringList items = tray.items();
         if (items.isEmpty())
-            return false;
-        QDBusMessage click = QDBusMessage::createMethodCall(
-            items.last(), QStringLiteral("/StatusNotifierItem"),
-            QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
-        click << 0 << 0;
-        return bus.call(click, QDBus::Block, 10000).type() == QDBusMessage::ReplyMessage;
+            return {};
+        QDBusMessage call = QDBusMessage::createMethodCall(items.last(), path, interface, method);
+        call.setArguments(args);
+        return bus.call(call, QDBus::Block, 10000);
     }
-
-    /// Chooses the entry with this label in the menu of the tray item the app registered,
-    /// as the desktop's tray does when the user picks it.
+    bool clickTrayItem() {
+        return callTrayItem(QStringLiteral("/StatusNotifierItem"),
+                            QStringLiteral("org.kde.StatusNotifierItem"),
+                            QStringLiteral("Activate"), {0, 0})
+                   .type() == QDBusMessage::ReplyMessage;
+    }
+    /// Chooses the entry with this label in the item's menu.
     bool chooseTrayMenuEntry(const QString& label) {
-        const QStringList items = tray.items();
-        if (items.isEmpty())
-            return false;
-        const QString item = items.last();
-        QDBusMessage get = QDBusMessage::createMethodCall(item, QStringLiteral("/MenuBar"),
-                                                          QStringLiteral("com.canonical.dbusmenu"),
-                                                          QStringLiteral("GetGroupProperties"));
-        QList<int> ids;
+        const QString menu = QStringLiteral("com.canonical.dbusmenu");
+        QList<int> ids; // the first few: the menu has two entries
         for (int id = 1; id < 30; ++id)
             ids << id;
-        get << QVariant::fromValue(ids) << QStringList{QStringLiteral("label")};
-        const QDBusMessage reply = bus.call(get, QDBus::Block, 10000);
-        if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        const QDBusMessage reply =
+            callTrayItem(QStringLiteral("/MenuBar"), menu, QStringLiteral("GetGroupProperties"),
+                         {QVariant::fromValue(ids), QStringList{QStringLiteral("label")}});
+        if (reply.type() != QDBusMessage::ReplyMessage)
             return false;
         const QDBusArgument list = reply.arguments().first().value<QDBusArgument>();
         int wanted = -1;
@@ -345,13 +340,11 @@ public:
                 wanted = id;
         }
         list.endArray();
-        if (wanted < 0)
-            return false;
-        QDBusMessage click = QDBusMessage::createMethodCall(
-            item, QStringLiteral("/MenuBar"), QStringLiteral("com.canonical.dbusmenu"),
-            QStringLiteral("Event"));
-        click << wanted << QStringLiteral("clicked") << QVariant::fromValue(QDBusVariant(0)) << 0u;
-        return bus.call(click, QDBus::Block, 10000).type() == QDBusMessage::ReplyMessage;
+        return wanted >= 0 &&
+               callTrayItem(
+                   QStringLiteral("/MenuBar"), menu, QStringLiteral("Event"),
+                   {wanted, QStringLiteral("clicked"), QVariant::fromValue(QDBusVariant(0)), 0u})
+                       .type() == QDBusMessage::ReplyMessage;
     }
 
     /// Types keys on the XWayland display, where X11 clients take them as from a keyboard.
@@ -500,6 +493,11 @@ protected:
                                  minimise ? "" : "workspace.activeClient = c;"));
     }
 
+    void startRound() {
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return kwin->press(pid(), QStringLiteral("开始这一轮")); }, kWaitMs))
+            << "the start button was not found through the accessibility bus";
+    }
     bool cancelTheQuitQuestion() {
         QTest::qWaitFor(
             [&] {
@@ -514,9 +512,7 @@ protected:
 };
 
 TEST_P(CompositorTest, TheFloatingTimerStandsInForTheMinimisedWindowAndTheRoundEndIsNotified) {
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return kwin->press(pid(), QStringLiteral("开始这一轮")); }, kWaitMs))
-        << "the start button was not found through the accessibility bus";
+    ASSERT_NO_FATAL_FAILURE(startRound());
 
     setMainMinimised(true);
     QJsonArray windows;
@@ -557,16 +553,19 @@ TEST_P(CompositorTest, TheTrayPanelStaysOffTheTaskBarAndQuittingDuringARoundAsks
     EXPECT_TRUE(kwin->waitForWindows(
         pid(),
         [](const QJsonArray& w) {
+            // Off the task bar, in the corner where the desktop keeps its tray (no panel
+            // here: the screen's).
             return has(w, kTrayPanelTitle, [](const QJsonObject& o) {
-                return o.value(QStringLiteral("skipTaskbar")).toBool();
+                return o.value(QStringLiteral("skipTaskbar")).toBool() &&
+                       o.value(QStringLiteral("right")).toInt() > kScreen.width() - 16 &&
+                       o.value(QStringLiteral("bottom")).toInt() > kScreen.height() - 16;
             });
         },
         &windows))
         << QJsonDocument(windows).toJson().toStdString();
     ASSERT_TRUE(kwin->clickTrayItem());
 
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return kwin->press(pid(), QStringLiteral("开始这一轮")); }, kWaitMs));
+    ASSERT_NO_FATAL_FAILURE(startRound());
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return kwin->chooseTrayMenuEntry(QStringLiteral("退出")); }, kWaitMs))
         << "the app registered no tray item with a 退出 entry";

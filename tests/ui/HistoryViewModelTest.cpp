@@ -111,33 +111,16 @@ TEST_F(HistoryViewModelTest, TheListChangesByRowWhenOneSessionComesOrGoes) {
     EXPECT_EQ(list.rowCount(), 3);
 }
 
-TEST_F(HistoryViewModelTest, DeletingNeedsConfirmationAndRemovesExactlyThatSession) {
+// Asking and cancelling go through the screen's own test; here the race it cannot stage.
+TEST_F(HistoryViewModelTest, TheSessionAskedAboutIsDeletedEvenIfAnotherGoesMeanwhile) {
     show({session(today(12)), session(today(11)), session(today(10))});
     const QStringList before = ids();
-    QSignalSpy confirming(vm.get(), &HistoryViewModel::confirmingDeleteChanged);
-
     vm->requestDelete(1);
-    EXPECT_TRUE(vm->confirmingDelete());
-    vm->cancelDelete();
-    EXPECT_FALSE(vm->confirmingDelete());
-    EXPECT_EQ(ids(), before);
-
-    vm->requestDelete(1);
-    // The newest session goes meanwhile; the pending one is still the one asked about.
     store->removeSession(store->sessions().first());
     vm->confirmDelete();
     EXPECT_FALSE(vm->confirmingDelete());
     EXPECT_EQ(ids(), (QStringList{before[2]}));
-    EXPECT_EQ(confirming.count(), 4);
-
-    vm.reset();
-    restart();
-    EXPECT_EQ(ids(), (QStringList{before[2]}));
-    vm = std::make_unique<HistoryViewModel>(*store);
-    vm->requestDelete(0);
-    vm->confirmDelete();
-    EXPECT_TRUE(vm->empty());
-    vm->requestDelete(0); // nothing to ask about
+    vm->requestDelete(5); // nothing there to ask about
     EXPECT_FALSE(vm->confirmingDelete());
 }
 

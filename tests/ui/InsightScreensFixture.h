@@ -21,11 +21,6 @@ protected:
         Persistence::save(fakes.data->directory(), AppSettings{}, sessions);
         store = std::make_unique<AppStore>(fakes.services());
     }
-    /// A reopened store on the same data file.
-    void restart() {
-        store.reset();
-        store = std::make_unique<AppStore>(fakes.services());
-    }
     static QDateTime today(int hour, int minute = 0) {
         return QDateTime(QDate(2026, 3, 5), QTime(hour, minute), Qt::LocalTime);
     }

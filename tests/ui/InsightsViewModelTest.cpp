@@ -125,17 +125,12 @@ TEST_F(InsightsViewModelTest, TheBarAxisEndsOnARoundNumberAboveTheLargestBar) {
         EXPECT_EQ(InsightsViewModel::niceAxis(small), std::make_pair(4, 1)) << small;
 }
 
-TEST_F(InsightsViewModelTest, FollowsTheHistoryAndAdoptsTheSuggestion) {
+TEST_F(InsightsViewModelTest, FollowsTheHistory) {
     QList<StudySession> sessions;
     for (int i = 0; i < 3; ++i)
         sessions << session(today(15 - i), 40 * 60, std::nullopt, 5);
     show(sessions);
     EXPECT_EQ(vm->recommendedValue(), "45");
-    store->setSelectedSection(AppSection::insights);
-    vm->adoptRecommendation();
-    EXPECT_EQ(store->settings().selectedDurationMinutes, 45);
-    EXPECT_EQ(store->selectedSection(), AppSection::focus);
-
     QSignalSpy changed(vm.get(), &InsightsViewModel::figuresChanged);
     store->removeSession(sessions[1]);
     EXPECT_EQ(changed.count(), 1);

@@ -182,6 +182,10 @@ TEST_F(RoundEndTest, TheReviewShowsTheMusicStatusWhenThereIsOne) {
     openReview();
     EXPECT_TRUE(ui.isShown("review.music"));
     EXPECT_EQ(ui.text("review.music.text"), "正在连接“本机音乐播放器”…");
+    ASSERT_EQ(ui.fakes.music->requests.size(), 1u);
+    ui.fakes.music->requests.front().completion(MusicOutcome{true, "Song — Artist"});
+    ui.settle();
+    EXPECT_EQ(ui.text("review.music.text"), "正在播放：Song — Artist");
 }
 
 } // namespace

@@ -25,20 +25,39 @@ QString jsString(const QString& text) {
 }
 } // namespace
 
-KWinWindowRule::KWinWindowRule(QDBusConnection bus, QString title, QString name)
-    : m_bus(std::move(bus)), m_title(std::move(title)),
-      m_name(QStringLiteral("quillmere-") + name) {}
+KWinWindowRule::KWinWindowRule(QDBusConnection bus, QString title, QString name,
+                               Placement placement)
+    : m_bus(std::move(bus)), m_title(std::move(title)), m_name(QStringLiteral("quillmere-") + name),
+      m_placement(placement) {}
 
 QString KWinWindowRule::script(qint64 pid) const {
+    // In the corner of the work area by the panel (at the top when the panel is there),
+    // kept there as the window grows or shrinks.
+    const QString corner =
+        m_placement == Placement::TrayCorner
+            ? QStringLiteral("    var place = function () {\n"
+                             "        var a = workspace.clientArea(KWin.PlacementArea, c);\n"
+                             "        var s = workspace.clientArea(KWin.ScreenArea, c);\n"
+                             "        var g = c.frameGeometry;\n"
+                             "        var x = a.x + a.width - g.width;\n"
+                             "        var y = a.y > s.y ? a.y : a.y + a.height - g.height;\n"
+                             "        if (g.x !== x || g.y !== y)\n"
+                             "            c.frameGeometry = { x: x, y: y, width: g.width, "
+                             "height: g.height };\n"
+                             "    };\n"
+                             "    place();\n"
+                             "    c.frameGeometryChanged.connect(place);\n")
+            : QString();
     return QStringLiteral("function keep(c) {\n"
                           "    if (c.pid !== %1 || c.caption !== %2) return;\n"
                           "    c.keepAbove = true; c.onAllDesktops = true;\n"
                           "    c.skipTaskbar = true; c.skipPager = true; c.skipSwitcher = true;\n"
+                          "%3"
                           "}\n"
                           "workspace.clientList().forEach(keep);\n"
                           "workspace.clientAdded.connect(keep);\n")
         .arg(pid)
-        .arg(jsString(m_title));
+        .arg(jsString(m_title), corner);
 }
 
 void KWinWindowRule::apply() {

@@ -11,8 +11,13 @@ namespace quill {
 /// session bus (GNOME, a plain X session) the calls fail quietly and nothing changes.
 class KWinWindowRule {
 public:
+    /// Where KWin puts the window: its own choice, or the work area's corner by the panel,
+    /// where Plasma keeps its tray (a Wayland client cannot place its windows).
+    enum class Placement { Kwin, TrayCorner };
+
     /// `name` tells this rule's script from the app's others (and replaces an earlier run's).
-    KWinWindowRule(QDBusConnection bus, QString title, QString name);
+    KWinWindowRule(QDBusConnection bus, QString title, QString name,
+                   Placement placement = Placement::Kwin);
 
     /// Sends the script to KWin the first time; later calls do nothing.
     void apply();
@@ -25,6 +30,7 @@ private:
     QDBusConnection m_bus;
     QString m_title;
     QString m_name;
+    Placement m_placement;
     bool m_applied = false;
 };
 

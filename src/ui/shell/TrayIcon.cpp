@@ -238,11 +238,12 @@ void TrayIcon::showPanel() {
     }
     placePanel();
     m_panelWasActive = false;
-    // Off the task bar: on X11 by its window state; a Wayland client cannot ask, but on
-    // Plasma KWin's scripting can.
+    // Off the task bar: on X11 by its window state; a Wayland client can neither ask for that
+    // nor place its window, but on Plasma KWin's scripting can do both.
     if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")) && !m_kwinRule) {
         m_kwinRule = std::make_unique<KWinWindowRule>(
-            QDBusConnection::sessionBus(), m_panel->title(), QStringLiteral("tray-panel"));
+            QDBusConnection::sessionBus(), m_panel->title(), QStringLiteral("tray-panel"),
+            KWinWindowRule::Placement::TrayCorner);
         m_kwinRule->apply();
     }
     m_panel->create();
