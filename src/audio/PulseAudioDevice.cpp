@@ -31,10 +31,6 @@ private:
     pa_threaded_mainloop* m_loop;
 };
 
-unsigned bitOf(AudioDevice::Event e) {
-    return 1u << unsigned(e);
-}
-
 // A rewrite starts this far after what is heard, to cover the trip to the server.
 constexpr double kRewriteMarginSeconds = 0.008;
 // A level change glides over this many frames instead of jumping.
@@ -45,13 +41,8 @@ PulseAudioDevice::PulseAudioDevice(int bufferMs, int refillMs)
     : m_bufferMs(bufferMs), m_refillMs(refillMs) {}
 
 PulseAudioDevice::~PulseAudioDevice() {
-    setEventListener({});
+    m_events.setListener({});
     release();
-}
-
-void PulseAudioDevice::setEventListener(std::function<void()> listener) {
-    std::lock_guard lock(m_eventsMutex);
-    m_listener = std::move(listener);
 }
 
 bool PulseAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString* error) {
@@ -73,11 +64,7 @@ bool PulseAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString
         }
     }
     LoopLock lock(m_loop);
-    {
-        std::lock_guard events(m_eventsMutex);
-        m_events = 0;
-        m_error.clear();
-    }
+    m_events.clear(true);
     m_renderer = renderer;
     m_rate = sampleRate > 0 ? sampleRate : 48000.0;
     m_state = State::starting;
@@ -161,7 +148,7 @@ void PulseAudioDevice::onStreamState(pa_stream* stream, void* self) {
     switch (pa().streamGetState(stream)) {
     case PA_STREAM_READY:
         d->m_state = State::running;
-        d->post(Event::started);
+        d->m_events.post(Event::started);
         d->askOutputRate();
         break;
     case PA_STREAM_FAILED:
@@ -193,7 +180,7 @@ void PulseAudioDevice::askOutputRate() {
             d->m_serverRate = rate;
             // Converting on the server costs it more than we save: rebuild at its rate.
             if (rate > 0 && rate != d->m_rate && d->m_state == State::running)
-                d->post(Event::formatChanged);
+                d->m_events.post(Event::formatChanged);
         },
         this);
     if (op)
@@ -317,37 +304,11 @@ void PulseAudioDevice::fail(const char* what) {
     const State was = m_state.load();
     if (was == State::stopped)
         return;
-    {
-        std::lock_guard lock(m_eventsMutex);
-        m_error = QString::fromUtf8(what ? what : "unknown error");
-    }
     // Nothing renders from here on; the main thread tears the connection down in stop().
     m_renderer = nullptr;
     m_state = State::stopped;
-    post(was == State::running ? Event::removed : Event::failed);
-}
-
-void PulseAudioDevice::post(Event event) {
-    // Called under the mutex, so once setEventListener({}) returns no call is under way.
-    std::lock_guard lock(m_eventsMutex);
-    m_events |= bitOf(event);
-    if (m_listener)
-        m_listener();
-}
-
-AudioDevice::Event PulseAudioDevice::takeEvent() {
-    std::lock_guard lock(m_eventsMutex);
-    for (Event e : {Event::failed, Event::removed, Event::started, Event::formatChanged})
-        if (m_events & bitOf(e)) {
-            m_events &= ~bitOf(e);
-            return e;
-        }
-    return Event::none;
-}
-
-QString PulseAudioDevice::error() const {
-    std::lock_guard lock(m_eventsMutex);
-    return m_error;
+    m_events.post(was == State::running ? Event::removed : Event::failed,
+                  QString::fromUtf8(what ? what : "unknown error"));
 }
 
 void PulseAudioDevice::disconnectLocked() {

@@ -5,23 +5,12 @@
 
 namespace quill {
 
-namespace {
-unsigned bitOf(AudioDevice::Event e) {
-    return 1u << unsigned(e);
-}
-} // namespace
-
 ThreadedAudioDevice::ThreadedAudioDevice(std::shared_ptr<AudioDevice> inner)
     : m_inner(std::move(inner)) {}
 
 ThreadedAudioDevice::~ThreadedAudioDevice() {
-    setEventListener({});
+    m_events.setListener({});
     release();
-}
-
-void ThreadedAudioDevice::setEventListener(std::function<void()> listener) {
-    std::lock_guard lock(m_mutex);
-    m_listener = std::move(listener);
 }
 
 bool ThreadedAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString*) {
@@ -30,8 +19,7 @@ bool ThreadedAudioDevice::start(double sampleRate, AudioRenderer* renderer, QStr
     {
         std::lock_guard lock(m_mutex);
         epoch = ++m_epoch;
-        m_events = 0;
-        m_error.clear();
+        m_events.clear(true);
         m_state = State::starting;
     }
     m_worker.post([this, epoch, sampleRate, renderer] {
@@ -48,14 +36,11 @@ bool ThreadedAudioDevice::start(double sampleRate, AudioRenderer* renderer, QStr
         if (ok) {
             m_renderer = renderer;
             m_state = State::running;
-            m_events |= bitOf(Event::started);
+            m_events.post(Event::started);
         } else {
             m_state = State::stopped;
-            m_error = error;
-            m_events |= bitOf(Event::failed);
+            m_events.post(Event::failed, error);
         }
-        if (m_listener)
-            m_listener();
     });
     return true;
 }
@@ -67,7 +52,7 @@ void ThreadedAudioDevice::stop() {
             return;
         ++m_epoch;
         m_state = State::stopped;
-        m_events = 0;
+        m_events.clear();
     }
     // From here the audio thread renders silence; wait out a pass under way (never the
     // sound system: closing the output is the worker's).
@@ -98,27 +83,9 @@ AudioDevice::Event ThreadedAudioDevice::takeEvent() {
             const Event e = m_inner->takeEvent();
             m_polling = false;
             if (e != Event::none && m_state == State::running)
-                post(e);
+                m_events.post(e, m_inner->error());
         });
-    std::lock_guard lock(m_mutex);
-    for (Event e : {Event::failed, Event::removed, Event::started, Event::formatChanged})
-        if (m_events & bitOf(e)) {
-            m_events &= ~bitOf(e);
-            return e;
-        }
-    return Event::none;
-}
-
-void ThreadedAudioDevice::post(Event event) {
-    std::lock_guard lock(m_mutex);
-    m_events |= bitOf(event);
-    if (m_listener)
-        m_listener();
-}
-
-QString ThreadedAudioDevice::error() const {
-    std::lock_guard lock(m_mutex);
-    return m_error;
+    return m_events.take();
 }
 
 } // namespace quill

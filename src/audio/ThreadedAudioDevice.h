@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/AudioDevice.h"
+#include "audio/AudioDeviceEvents.h"
 #include "audio/AudioRenderer.h"
 #include "audio/SerialWorker.h"
 
@@ -29,12 +30,13 @@ public:
     void release() override;
     State state() const override { return m_state.load(); }
     Event takeEvent() override;
-    QString error() const override;
-    void setEventListener(std::function<void()> listener) override;
+    QString error() const override { return m_events.error(); }
+    void setEventListener(std::function<void()> listener) override {
+        m_events.setListener(std::move(listener));
+    }
 
 private:
     void render(float* interleaved, int frames) override;
-    void post(Event event);
 
     std::shared_ptr<AudioDevice> m_inner; // touched only by the worker
     std::atomic<AudioRenderer*> m_renderer{nullptr};
@@ -43,11 +45,9 @@ private:
     std::atomic<double> m_preferredRate{0.0};
     std::atomic<bool> m_polling{false};
 
-    mutable std::mutex m_mutex;
+    std::mutex m_mutex;
     std::uint64_t m_epoch = 0; // one per start or stop; a finished start of another is void
-    unsigned m_events = 0;
-    QString m_error;
-    std::function<void()> m_listener;
+    AudioDeviceEvents m_events;
     SerialWorker m_worker; // last: its jobs end before the members they use
 };
 
