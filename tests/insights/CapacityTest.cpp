@@ -73,10 +73,6 @@ INSTANTIATE_TEST_SUITE_P(
 
 // ---------------------------------------------------------------- the median over the window
 
-TEST(Capacity, NoSessionsGiveThirty) {
-    EXPECT_EQ(Statistics::attentionCapacityMinutes({}), 30);
-}
-
 TEST(Capacity, MedianTakesTheUpperMiddleOfAnEvenCount) {
     EXPECT_EQ(
         Statistics::attentionCapacityMinutes(newestFirst(
@@ -117,6 +113,7 @@ SessionBuilder qualifying() {
 }
 
 TEST(Recommendation, FewerThanThreeSessionsGiveThirty) {
+    EXPECT_EQ(Statistics::attentionCapacityMinutes({}), 30);
     EXPECT_EQ(Statistics::recommendedMinutes({}), 30);
     EXPECT_EQ(Statistics::recommendedMinutes(newestFirst({qualifying()})), 30);
     EXPECT_EQ(Statistics::recommendedMinutes(newestFirst({qualifying(), qualifying()})), 30);

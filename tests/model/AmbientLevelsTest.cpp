@@ -41,33 +41,22 @@ TEST(AmbientLevels, SquaresInDoubleBeforeNarrowing) {
     }
 }
 
-TEST(AmbientLevels, UnselectedSoundsAreSilentWhateverTheirVolume) {
-    AppSettings s;
-    s.ambientSounds = QList<QString>{QStringLiteral("rain")};
-    s.ambientVolumes = std::map<QString, double>{{QStringLiteral("rain"), 0.5},
-                                                 {QStringLiteral("fire"), 1.0},
-                                                 {QStringLiteral("birds"), 0.9}};
-    const AmbientLevels levels = s.ambientLevels();
-    EXPECT_EQ(levels.level(AmbientSound::rain), 0.25f);
-    for (AmbientSound sound : kAllAmbientSounds) {
-        if (sound != AmbientSound::rain) {
-            EXPECT_EQ(levels.level(sound), 0.0f) << rawValue(sound).toStdString();
-        }
-    }
-}
-
 // A selected sound without a stored volume plays at seven tenths, a repeated one at one level
-// (not a sum), and volumes outside the range pass through squared.
+// (not a sum), and volumes outside the range pass through squared; unselected ones are silent
+// whatever their volume.
 TEST(AmbientLevels, EachSelectedSoundOnceAtItsStoredVolumeOrSevenTenths) {
     AppSettings s;
     s.ambientSounds = QList<QString>{u"brownNoise"_qs, u"rain"_qs, u"fire"_qs, u"rain"_qs};
-    s.ambientVolumes = std::map<QString, double>{{u"rain"_qs, 0.6}, {u"fire"_qs, 1.5}};
+    s.ambientVolumes = std::map<QString, double>{
+        {u"rain"_qs, 0.6}, {u"fire"_qs, 1.5}, {u"birds"_qs, 0.9}, {u"wind"_qs, 1.0}};
     s.ambientMasterVolume = -0.5;
     const AmbientLevels levels = s.ambientLevels();
     EXPECT_EQ(levels.level(AmbientSound::brownNoise), narrowedSquare(0.7));
     EXPECT_EQ(levels.level(AmbientSound::rain), narrowedSquare(0.6));
     EXPECT_EQ(levels.level(AmbientSound::fire), 2.25f);
     EXPECT_EQ(levels.master, 0.25f);
+    for (AmbientSound sound : {AmbientSound::birds, AmbientSound::wind, AmbientSound::waves})
+        EXPECT_EQ(levels.level(sound), 0.0f) << rawValue(sound).toStdString();
     s.ambientVolumes.reset();
     EXPECT_EQ(s.ambientLevels().level(AmbientSound::fire), narrowedSquare(0.7));
 }

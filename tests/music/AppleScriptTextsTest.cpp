@@ -114,6 +114,18 @@ ProcessResult exited(int code, QByteArray out, QByteArray err) {
     return r;
 }
 
+ProcessResult killed(QByteArray out, QByteArray err) {
+    ProcessResult r = exited(0, std::move(out), std::move(err));
+    r.normalExit = false;
+    return r;
+}
+
+ProcessResult notStarted(const QString& why) {
+    ProcessResult r;
+    r.startError = why;
+    return r;
+}
+
 struct OutcomeCase {
     const char* name;
     ProcessResult result;
@@ -166,24 +178,11 @@ INSTANTIATE_TEST_SUITE_P(
         OutcomeCase{"OnlyTheNumber", exited(1, "", "execution error:  (-1)"), false, u""_qs},
         OutcomeCase{"UndecodableStderr", exited(1, "", "\xc3\x28 execution error"), false,
                     u"无法控制“音乐”App"_qs},
-        OutcomeCase{"AnyNonZeroStatus", exited(255, "", "refused (-1743)"), false, u"refused"_qs}),
+        OutcomeCase{"AnyNonZeroStatus", exited(255, "", "refused (-1743)"), false, u"refused"_qs},
+        OutcomeCase{"KilledUsesItsStandardError",
+                    killed("Song — Artist", "x: execution error: interrupted (-128)"), false,
+                    u"interrupted"_qs},
+        OutcomeCase{"StartFailureCarriesTheSystemText",
+                    notStarted(u"execvp: No such file or directory"_qs), false,
+                    u"execvp: No such file or directory"_qs}),
     [](const ::testing::TestParamInfo<OutcomeCase>& info) { return info.param.name; });
-
-TEST(InterpreterOutcome, KilledInterpreterUsesItsStandardError) {
-    ProcessResult r;
-    r.started = true;
-    r.normalExit = false;
-    r.exitCode = 0;
-    r.standardOutput = "Song — Artist";
-    r.standardError = "x: execution error: interrupted (-128)";
-    EXPECT_EQ(outcomeFromInterpreter(r).success, false);
-    EXPECT_EQ(outcomeFromInterpreter(r).text, u"interrupted"_qs);
-}
-
-TEST(InterpreterOutcome, StartFailureCarriesTheSystemText) {
-    ProcessResult r;
-    r.startError = u"execvp: No such file or directory"_qs;
-    const MusicOutcome outcome = outcomeFromInterpreter(r);
-    EXPECT_FALSE(outcome.success);
-    EXPECT_EQ(outcome.text, r.startError);
-}

@@ -12,7 +12,6 @@
 namespace quill {
 namespace {
 
-using test::eventAt;
 using test::plainSession;
 using test::utc;
 
@@ -40,21 +39,10 @@ TEST_F(CsvText, RowsAreOldestFirstQuotedAndWithoutATrailingLineFeed) {
     late.taskName = QStringLiteral("  写作 \n");
     late.plannedMinutes = 50;
     late.focusRating = 5;
-    late.events = {
-        eventAt("00000000-0000-0000-0000-000000000001", late.startedAt, 60,
-                FocusEventKind::reminder),
-        eventAt("00000000-0000-0000-0000-000000000002", late.startedAt, 70,
-                FocusEventKind::mindWander),
-        eventAt("00000000-0000-0000-0000-000000000003", late.startedAt, 80, FocusEventKind::pause),
-        eventAt("00000000-0000-0000-0000-000000000004", late.startedAt, 80, FocusEventKind::resume),
-        eventAt("00000000-0000-0000-0000-000000000005", late.startedAt, 85,
-                FocusEventKind::mindWander),
-        eventAt("00000000-0000-0000-0000-000000000006", late.startedAt, 86,
-                FocusEventKind::fatigue),
-        eventAt("00000000-0000-0000-0000-000000000007", late.startedAt, 87,
-                FocusEventKind::reminder),
-        eventAt("00000000-0000-0000-0000-000000000008", late.startedAt, 88,
-                FocusEventKind::reminder)};
+    using K = FocusEventKind;
+    for (K kind : {K::reminder, K::mindWander, K::pause, K::resume, K::mindWander, K::fatigue,
+                   K::reminder, K::reminder})
+        late.events << FocusEvent{QUuid::createUuid(), late.startedAt, 60, kind};
     late.note = QStringLiteral("他说 \"好\" ,然后");
 
     StudySession middle = session(utc(2026, 3, 5, 8, 30), 89);

@@ -159,16 +159,13 @@ TEST(DataFileDecoding, MissingOptionalKeysReadAsAbsentAndTakeTheirDocumentedValu
     EXPECT_EQ(decoded->sessions, fullSessions());
 }
 
-TEST(DataFileDecoding, DatesWithAnOffsetMeanTheSameInstant) {
+TEST(DataFileDecoding, DatesWithAnOffsetAndUuidsInEitherCaseMeanTheSame) {
     EXPECT_EQ(DataFileCodec::parseDate(QStringLiteral("2026-03-05T16:30:00+08:00")),
               utc(2026, 3, 5, 8, 30));
     EXPECT_EQ(DataFileCodec::parseDate(QStringLiteral("2026-03-05T03:00:00-05:30")),
               utc(2026, 3, 5, 8, 30));
     EXPECT_EQ(DataFileCodec::parseDate(QStringLiteral("2024-02-29T23:59:59Z")),
               utc(2024, 2, 29, 23, 59, 59));
-}
-
-TEST(DataFileDecoding, UuidsInEitherCaseAreTheSameUuid) {
     EXPECT_EQ(DataFileCodec::parseUuid(QStringLiteral("aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee")),
               DataFileCodec::parseUuid(QStringLiteral("AAAAAAAA-BBBB-CCCC-DDDD-EEEEEEEEEEEE")));
 }

@@ -31,7 +31,7 @@ INSTANTIATE_TEST_SUITE_P(
                       "[true,false,null]", "{\"a\":{\"b\":{\"c\":[[],{}]}}}",
                       "[\"\\\"\\\\\\/\\b\\f\\n\\r\\t\\u0041\\u00e9\\u4e2d\"]",
                       "[\"\\ud83d\\ude00\"]", "[\"中文 😀\"]", "{\"a\":1,\"a\":2}", "\"text\"", "42",
-                      "null"));
+                      "null", "\xEF\xBB\xBF{}"));
 
 // Some of these pass Qt's own parser; the data file is read by the letter of RFC 8259.
 class InvalidJson : public ::testing::TestWithParam<const char*> {};
@@ -48,28 +48,16 @@ INSTANTIATE_TEST_SUITE_P(
                       "]", "[]]", "{}{}", "[] x", "[tru]", "[nul]", "[True]", "[\"a\nb\"]",
                       "[\"a\tb\"]", "[\"\\x41\"]", "[\"\\u12\"]", "[\"\\u12G4\"]", "[\"abc]",
                       "/* c */ {}", "{} // c", "[\"\\\"]", "[\xff]", "[\"\xff\"]", "[\"\xc0\x80\"]",
-                      "[\"\xe2\x82\"]", "[\"\xf5\x80\x80\x80\"]", "{\"\xc3\":1}", "{1:2}"));
-
-TEST(JsonReader, RefusesLoneSurrogateEscapes) {
-    for (const char* text : {"[\"\\ud800\"]", "[\"\\udc00\"]", "[\"\\ud800\\u0041\"]",
-                             "[\"\\ud800x\"]", "[\"\\ud83d\\ud83d\"]"})
-        EXPECT_FALSE(readsAsJson(text)) << text;
-}
-
-TEST(JsonReader, RefusesSurrogatesAndOverlongFormsInUtf8) {
-    for (const char* text : {"[\"\xed\xa0\x80\"]", "[\"\xe0\x80\xaf\"]", "[\"\xf0\x80\x80\xaf\"]",
-                             "[\"\xf4\x90\x80\x80\"]", "[\"\x80\"]"})
-        EXPECT_FALSE(readsAsJson(text)) << text;
-}
+                      "[\"\xe2\x82\"]", "[\"\xf5\x80\x80\x80\"]", "{\"\xc3\":1}", "{1:2}",
+                      // lone surrogates, escaped or in UTF-8, and overlong forms
+                      "[\"\\ud800\"]", "[\"\\udc00\"]", "[\"\\ud800\\u0041\"]", "[\"\\ud800x\"]",
+                      "[\"\\ud83d\\ud83d\"]", "[\"\xed\xa0\x80\"]", "[\"\xe0\x80\xaf\"]",
+                      "[\"\xf0\x80\x80\xaf\"]", "[\"\xf4\x90\x80\x80\"]", "[\"\x80\"]"));
 
 TEST(JsonReader, DeepNestingIsRefusedWithoutExhaustingTheStack) {
     EXPECT_FALSE(readsAsJson(QByteArray(200000, '[')));
     EXPECT_FALSE(readsAsJson(QByteArray(100000, '[') + QByteArray(100000, ']')));
     EXPECT_TRUE(readsAsJson(QByteArray(100, '[') + QByteArray(100, ']')));
-}
-
-TEST(JsonReader, AcceptsAByteOrderMark) {
-    EXPECT_TRUE(readsAsJson("\xEF\xBB\xBF{}"));
 }
 
 TEST(JsonReader, DecodesEscapesToTheSameText) {

@@ -189,16 +189,6 @@ TEST_F(RoundTest, CommandsThatDoNotApplyAreIgnored) {
     EXPECT_EQ(store->breakRemainingSeconds(), 0);
 }
 
-TEST_F(RoundTest, DayLongRoundRunsInVirtualTime) {
-    startWith(60, 90, 60);
-    fakes.random->useHighest = true;
-    store->startSession(1440);
-    runUntilPhase(SessionPhase::completed, 2 * 86400);
-    EXPECT_EQ(store->phase(), SessionPhase::completed);
-    EXPECT_EQ(store->focusedElapsedSeconds(), 86400);
-    EXPECT_EQ(eventCount(FocusEventKind::reminder), 15); // every 90 min, never at the end
-}
-
 TEST_F(RoundTest, TheCountersNotifyOnlyWhenTheShownSecondChanges) {
     startWith(60, 60, 10);
     int remainingNotifications = 0;

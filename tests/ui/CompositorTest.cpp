@@ -549,23 +549,32 @@ TEST_P(CompositorTest, TheFloatingTimerStandsInForTheMinimisedWindowAndTheRoundE
 TEST_P(CompositorTest, TheTrayPanelStaysOffTheTaskBarAndQuittingDuringARoundAsksFirst) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return kwin->clickTrayItem(); }, kWaitMs))
         << "the app registered no tray item";
-    QJsonArray windows;
-    EXPECT_TRUE(kwin->waitForWindows(
-        pid(),
-        [](const QJsonArray& w) {
-            // Off the task bar, in the corner where the desktop keeps its tray (no panel
-            // here: the screen's).
-            return has(w, kTrayPanelTitle, [](const QJsonObject& o) {
-                return o.value(QStringLiteral("skipTaskbar")).toBool() &&
-                       o.value(QStringLiteral("right")).toInt() > kScreen.width() - 16 &&
-                       o.value(QStringLiteral("bottom")).toInt() > kScreen.height() - 16;
-            });
-        },
-        &windows))
-        << QJsonDocument(windows).toJson().toStdString();
+    // Off the task bar, in the corner where the desktop keeps its tray (no panel here: the
+    // screen's), also once it grew.
+    auto panelTop = [&](int below) {
+        QJsonArray windows;
+        int top = -1;
+        const bool placed = kwin->waitForWindows(
+            pid(),
+            [&](const QJsonArray& w) {
+                return has(w, kTrayPanelTitle, [&](const QJsonObject& o) {
+                    top = o.value(QStringLiteral("y")).toInt();
+                    return o.value(QStringLiteral("skipTaskbar")).toBool() && top < below &&
+                           o.value(QStringLiteral("right")).toInt() > kScreen.width() - 16 &&
+                           o.value(QStringLiteral("bottom")).toInt() > kScreen.height() - 16;
+                });
+            },
+            &windows);
+        EXPECT_TRUE(placed) << QJsonDocument(windows).toJson().toStdString();
+        return top;
+    };
+    const int top = panelTop(kScreen.height());
+    // A round started from the panel grows it, upward.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return kwin->press(pid(), QStringLiteral("开始 50 分钟")); },
+                                kWaitMs));
+    panelTop(top);
     ASSERT_TRUE(kwin->clickTrayItem());
 
-    ASSERT_NO_FATAL_FAILURE(startRound());
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return kwin->chooseTrayMenuEntry(QStringLiteral("退出")); }, kWaitMs))
         << "the app registered no tray item with a 退出 entry";

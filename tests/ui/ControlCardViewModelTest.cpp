@@ -16,14 +16,16 @@ protected:
     }
 };
 
-TEST_F(ControlCardTest, HeadingAndLockFollowTheRound) {
-    EXPECT_EQ(vm.headingTitle(), "设计这一轮");
-    EXPECT_EQ(vm.headingSubtitle(), "先选一个今天愿意完成的长度。");
-    EXPECT_FALSE(vm.locked());
+// The screen test shows the headings and the dimmed controls; the commands hold the lock too.
+TEST_F(ControlCardTest, TheLockHoldsTheCommandsAndEndsWithTheRound) {
     start();
-    EXPECT_EQ(vm.headingTitle(), "本轮设置");
-    EXPECT_EQ(vm.headingSubtitle(), "开始后锁定，避免反复调整。");
     EXPECT_TRUE(vm.locked());
+    vm.chooseTask(1);
+    vm.chooseDuration(90);
+    vm.setEnergy(1);
+    EXPECT_EQ(store->selectedTaskName(), std::nullopt);
+    EXPECT_EQ(store->settings().selectedDurationMinutes, 50);
+    EXPECT_EQ(store->currentStartEnergy(), 4);
     store->endSessionForReview();
     EXPECT_FALSE(vm.locked()); // a round waiting for review no longer runs
 }
@@ -41,28 +43,6 @@ TEST_F(ControlCardTest, ThePickerListsUncategorisedFirstAndChoosesByIndex) {
     vm.chooseTask(1);
     vm.chooseTask(17); // out of range means no task
     EXPECT_EQ(store->selectedTaskName(), std::nullopt);
-}
-
-TEST_F(ControlCardTest, LockedControlsChangeNothing) {
-    start();
-    vm.chooseTask(1);
-    vm.chooseDuration(90);
-    vm.setEnergy(1);
-    EXPECT_EQ(store->selectedTaskName(), std::nullopt);
-    EXPECT_EQ(store->settings().selectedDurationMinutes, 50);
-    EXPECT_EQ(store->currentStartEnergy(), 4);
-}
-
-TEST_F(ControlCardTest, DurationAndReminderLabels) {
-    vm.chooseDuration(90);
-    EXPECT_EQ(vm.selectedDuration(), 90);
-    EXPECT_EQ(vm.durationLabel(), "90 分钟");
-    EXPECT_EQ(vm.durationChoices(), (QVariantList{30, 60, 90}));
-    edit([](AppSettings& s) {
-        s.reminderMinimumMinutes = 7;
-        s.reminderMaximumMinutes = 12;
-    });
-    EXPECT_EQ(vm.reminderRangeLabel(), "7–12 分钟");
 }
 
 TEST_F(ControlCardTest, OnlySettingsTheCardShowsRedrawIt) {
@@ -97,11 +77,7 @@ TEST_F(ControlCardTest, TheMusicLineDescribesTheEndOfRoundMusic) {
 }
 
 TEST_F(ControlCardTest, TheNewTaskRowClosesOnlyWhenTheStoreTakesTheName) {
-    EXPECT_EQ(vm.creatorToggleSymbol(), "plus");
-    EXPECT_EQ(vm.creatorToggleHelp(), "新增任务");
     vm.toggleTaskCreator();
-    EXPECT_TRUE(vm.showTaskCreator());
-    EXPECT_EQ(vm.creatorToggleSymbol(), "xmark");
     EXPECT_EQ(vm.creatorToggleHelp(), "取消新增任务");
     EXPECT_FALSE(vm.canAddTask());
 
