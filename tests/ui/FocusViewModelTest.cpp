@@ -14,7 +14,8 @@ protected:
     FocusViewModel vm{*store};
 };
 
-TEST_F(FocusViewModelTest, TheGreetingFollowsTheLocalHour) {
+TEST_F(FocusViewModelTest, TheGreetingFollowsTheLocalHourAndTheHintNamesTheSuggestion) {
+    EXPECT_EQ(vm.recommendationText(), "今天的建议：先做 30 分钟");
     // The fake clock starts at 08:30 UTC, 16:30 in Shanghai.
     EXPECT_EQ(vm.greeting(), "下午好");
     fakes.clock->set(QDateTime(QDate(2026, 3, 5), QTime(11, 0), Qt::UTC)); // 19:00 local
@@ -92,15 +93,6 @@ TEST_F(FocusViewModelTest, ATimerStepThatChangesNoTextRedrawsNothing) {
     timer.clear();
     advance(10'000);
     EXPECT_EQ(timer.count(), 0);
-}
-
-TEST_F(FocusViewModelTest, PillsAndTheSuggestionComeFromTheStatistics) {
-    EXPECT_EQ(vm.todayMinutesText(), "0 分钟");
-    EXPECT_EQ(vm.todayWanderText(), "0 次");
-    EXPECT_EQ(vm.streakText(), "0 天");
-    EXPECT_EQ(vm.recommendationText(), "今天的建议：先做 30 分钟");
-    vm.adoptRecommendation();
-    EXPECT_EQ(store->settings().selectedDurationMinutes, 30);
 }
 
 } // namespace
