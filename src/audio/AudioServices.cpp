@@ -5,10 +5,12 @@
 #include "audio/PreciseTimerScheduler.h"
 #ifdef QUILL_HAVE_PULSE
 #include "audio/PulseAudioDevice.h"
+#include "audio/PulseLibrary.h"
 #endif
 #include "audio/SdlAudioDevice.h"
 #include "audio/SdlLibrary.h"
 #include "audio/SndfileLibrary.h"
+#include "audio/ThreadedAudioDevice.h"
 
 #include <QThreadPool>
 
@@ -27,14 +29,17 @@ std::shared_ptr<AmbientOutput> createAmbientOutput() {
 #ifdef QUILL_HAVE_PULSE
     env.device = std::make_shared<PulseAudioDevice>();
 #else
-    env.device = std::make_shared<SdlAudioDevice>(AmbientPlayer::kOutputBufferFrames);
+    env.device = std::make_shared<ThreadedAudioDevice>(
+        std::make_shared<SdlAudioDevice>(AmbientPlayer::kOutputBufferFrames));
 #endif
     env.scheduler = std::make_shared<PreciseTimerScheduler>();
     // Loading SDL and libsndfile (with the codecs behind it) takes the first play 15-20 ms;
     // asked for while the pointer approaches the button, a pool thread does it instead.
     env.loadLibraries = [] {
         QThreadPool::globalInstance()->start([] {
-#ifndef QUILL_HAVE_PULSE
+#ifdef QUILL_HAVE_PULSE
+            PulseLibrary::get();
+#else
             SdlLibrary::get();
 #endif
             SndfileLibrary::get();

@@ -1,6 +1,7 @@
 #include "audio/PulseAudioDevice.h"
 
 #include "audio/AudioRenderer.h"
+#include "audio/PulseLibrary.h"
 
 #include <pulse/pulseaudio.h>
 
@@ -10,24 +11,25 @@
 namespace quill {
 
 namespace {
+// Only called once the library is loaded (start() checks).
+const PulseLibrary& pa() {
+    return *PulseLibrary::get();
+}
+
 // The loop's lock is held only for short bookkeeping and one render pass, never across a
 // wait for the server.
 class LoopLock {
 public:
     explicit LoopLock(pa_threaded_mainloop* loop) : m_loop(loop) {
-        pa_threaded_mainloop_lock(m_loop);
+        pa().threadedMainloopLock(m_loop);
     }
-    ~LoopLock() { pa_threaded_mainloop_unlock(m_loop); }
+    ~LoopLock() { pa().threadedMainloopUnlock(m_loop); }
     LoopLock(const LoopLock&) = delete;
     LoopLock& operator=(const LoopLock&) = delete;
 
 private:
     pa_threaded_mainloop* m_loop;
 };
-
-unsigned bitOf(AudioDevice::Event e) {
-    return 1u << unsigned(e);
-}
 
 // A rewrite starts this far after what is heard, to cover the trip to the server.
 constexpr double kRewriteMarginSeconds = 0.008;
@@ -39,22 +41,22 @@ PulseAudioDevice::PulseAudioDevice(int bufferMs, int refillMs)
     : m_bufferMs(bufferMs), m_refillMs(refillMs) {}
 
 PulseAudioDevice::~PulseAudioDevice() {
-    setEventListener({});
+    m_events.setListener({});
     release();
-}
-
-void PulseAudioDevice::setEventListener(std::function<void()> listener) {
-    std::lock_guard lock(m_eventsMutex);
-    m_listener = std::move(listener);
 }
 
 bool PulseAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString* error) {
     stop();
+    if (!PulseLibrary::get()) {
+        if (error)
+            *error = QStringLiteral("the sound server's client library is not installed");
+        return false;
+    }
     if (!m_loop) {
-        m_loop = pa_threaded_mainloop_new();
-        if (!m_loop || pa_threaded_mainloop_start(m_loop) < 0) {
+        m_loop = pa().threadedMainloopNew();
+        if (!m_loop || pa().threadedMainloopStart(m_loop) < 0) {
             if (m_loop)
-                pa_threaded_mainloop_free(m_loop);
+                pa().threadedMainloopFree(m_loop);
             m_loop = nullptr;
             if (error)
                 *error = QStringLiteral("the sound server's client could not start");
@@ -62,11 +64,7 @@ bool PulseAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString
         }
     }
     LoopLock lock(m_loop);
-    {
-        std::lock_guard events(m_eventsMutex);
-        m_events = 0;
-        m_error.clear();
-    }
+    m_events.clear(true);
     m_renderer = renderer;
     m_rate = sampleRate > 0 ? sampleRate : 48000.0;
     m_state = State::starting;
@@ -76,13 +74,13 @@ bool PulseAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString
     m_written = 0;
     m_gain = m_wantedGain;
     m_timingAsked = false;
-    pa_proplist* props = pa_proplist_new();
-    pa_proplist_sets(props, PA_PROP_APPLICATION_NAME, "Quillmere");
-    pa_proplist_sets(props, PA_PROP_APPLICATION_ID, "quillmere");
-    pa_proplist_sets(props, PA_PROP_APPLICATION_ICON_NAME, "quillmere");
+    pa_proplist* props = pa().proplistNew();
+    pa().proplistSets(props, PA_PROP_APPLICATION_NAME, "Quillmere");
+    pa().proplistSets(props, PA_PROP_APPLICATION_ID, "quillmere");
+    pa().proplistSets(props, PA_PROP_APPLICATION_ICON_NAME, "quillmere");
     m_context =
-        pa_context_new_with_proplist(pa_threaded_mainloop_get_api(m_loop), "Quillmere", props);
-    pa_proplist_free(props);
+        pa().contextNewWithProplist(pa().threadedMainloopGetApi(m_loop), "Quillmere", props);
+    pa().proplistFree(props);
     if (!m_context) {
         m_state = State::stopped;
         m_renderer = nullptr;
@@ -90,10 +88,10 @@ bool PulseAudioDevice::start(double sampleRate, AudioRenderer* renderer, QString
             *error = QStringLiteral("the sound server's client could not start");
         return false;
     }
-    pa_context_set_state_callback(m_context, &PulseAudioDevice::onContextState, this);
+    pa().contextSetStateCallback(m_context, &PulseAudioDevice::onContextState, this);
     // The connection itself is asynchronous; its outcome arrives in onContextState.
-    if (pa_context_connect(m_context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0)
-        fail(pa_strerror(pa_context_errno(m_context)));
+    if (pa().contextConnect(m_context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0)
+        fail(pa().strerror(pa().contextErrno(m_context)));
     return true;
 }
 
@@ -101,13 +99,13 @@ void PulseAudioDevice::onContextState(pa_context* context, void* self) {
     auto* d = static_cast<PulseAudioDevice*>(self);
     if (context != d->m_context)
         return;
-    switch (pa_context_get_state(context)) {
+    switch (pa().contextGetState(context)) {
     case PA_CONTEXT_READY:
         d->createStream();
         break;
     case PA_CONTEXT_FAILED:
     case PA_CONTEXT_TERMINATED:
-        d->fail(pa_strerror(pa_context_errno(context)));
+        d->fail(pa().strerror(pa().contextErrno(context)));
         break;
     default:
         break;
@@ -119,43 +117,43 @@ void PulseAudioDevice::createStream() {
     spec.format = PA_SAMPLE_FLOAT32NE;
     spec.rate = std::uint32_t(m_rate);
     spec.channels = 2;
-    pa_proplist* props = pa_proplist_new();
-    pa_proplist_sets(props, PA_PROP_MEDIA_ROLE, "music");
-    m_stream = pa_stream_new_with_proplist(m_context, "Ambient sound", &spec, nullptr, props);
-    pa_proplist_free(props);
+    pa_proplist* props = pa().proplistNew();
+    pa().proplistSets(props, PA_PROP_MEDIA_ROLE, "music");
+    m_stream = pa().streamNewWithProplist(m_context, "Ambient sound", &spec, nullptr, props);
+    pa().proplistFree(props);
     if (!m_stream) {
-        fail(pa_strerror(pa_context_errno(m_context)));
+        fail(pa().strerror(pa().contextErrno(m_context)));
         return;
     }
-    pa_stream_set_state_callback(m_stream, &PulseAudioDevice::onStreamState, this);
-    pa_stream_set_write_callback(m_stream, &PulseAudioDevice::onWrite, this);
-    pa_stream_set_moved_callback(m_stream, &PulseAudioDevice::onMoved, this);
+    pa().streamSetStateCallback(m_stream, &PulseAudioDevice::onStreamState, this);
+    pa().streamSetWriteCallback(m_stream, &PulseAudioDevice::onWrite, this);
+    pa().streamSetMovedCallback(m_stream, &PulseAudioDevice::onMoved, this);
     pa_buffer_attr attr{};
     attr.maxlength = std::uint32_t(-1);
-    attr.tlength = std::uint32_t(pa_usec_to_bytes(pa_usec_t(m_bufferMs) * 1000, &spec));
+    attr.tlength = std::uint32_t(pa().usecToBytes(pa_usec_t(m_bufferMs) * 1000, &spec));
     attr.prebuf = std::uint32_t(-1);
-    attr.minreq = std::uint32_t(pa_usec_to_bytes(pa_usec_t(m_refillMs) * 1000, &spec));
+    attr.minreq = std::uint32_t(pa().usecToBytes(pa_usec_t(m_refillMs) * 1000, &spec));
     attr.fragsize = std::uint32_t(-1);
     // No latency adjustment: the buffer stays on the server as asked, and the output keeps
     // its own (long) period instead of shrinking it to match.
-    const auto flags = pa_stream_flags_t(PA_STREAM_NOT_MONOTONIC | PA_STREAM_AUTO_TIMING_UPDATE);
-    if (pa_stream_connect_playback(m_stream, nullptr, &attr, flags, nullptr, nullptr) < 0)
-        fail(pa_strerror(pa_context_errno(m_context)));
+    const auto flags = pa_stream_flags_t(PA_STREAM_NOT_MONOTONIC);
+    if (pa().streamConnectPlayback(m_stream, nullptr, &attr, flags, nullptr, nullptr) < 0)
+        fail(pa().strerror(pa().contextErrno(m_context)));
 }
 
 void PulseAudioDevice::onStreamState(pa_stream* stream, void* self) {
     auto* d = static_cast<PulseAudioDevice*>(self);
     if (stream != d->m_stream)
         return;
-    switch (pa_stream_get_state(stream)) {
+    switch (pa().streamGetState(stream)) {
     case PA_STREAM_READY:
         d->m_state = State::running;
-        d->post(Event::started);
+        d->m_events.post(Event::started);
         d->askOutputRate();
         break;
     case PA_STREAM_FAILED:
     case PA_STREAM_TERMINATED:
-        d->fail(pa_strerror(pa_context_errno(d->m_context)));
+        d->fail(pa().strerror(pa().contextErrno(d->m_context)));
         break;
     default:
         break;
@@ -169,10 +167,10 @@ void PulseAudioDevice::onMoved(pa_stream* stream, void* self) {
 }
 
 void PulseAudioDevice::askOutputRate() {
-    const auto sink = pa_stream_get_device_index(m_stream);
+    const auto sink = pa().streamGetDeviceIndex(m_stream);
     if (sink == PA_INVALID_INDEX)
         return;
-    pa_operation* op = pa_context_get_sink_info_by_index(
+    pa_operation* op = pa().contextGetSinkInfoByIndex(
         m_context, sink,
         [](pa_context*, const pa_sink_info* info, int eol, void* self) {
             auto* d = static_cast<PulseAudioDevice*>(self);
@@ -182,11 +180,11 @@ void PulseAudioDevice::askOutputRate() {
             d->m_serverRate = rate;
             // Converting on the server costs it more than we save: rebuild at its rate.
             if (rate > 0 && rate != d->m_rate && d->m_state == State::running)
-                d->post(Event::formatChanged);
+                d->m_events.post(Event::formatChanged);
         },
         this);
     if (op)
-        pa_operation_unref(op);
+        pa().operationUnref(op);
 }
 
 void PulseAudioDevice::onWrite(pa_stream* stream, std::size_t bytes, void* self) {
@@ -194,12 +192,12 @@ void PulseAudioDevice::onWrite(pa_stream* stream, std::size_t bytes, void* self)
     while (bytes > 0) {
         void* data = nullptr;
         std::size_t size = bytes;
-        if (pa_stream_begin_write(stream, &data, &size) < 0 || !data || size == 0)
+        if (pa().streamBeginWrite(stream, &data, &size) < 0 || !data || size == 0)
             return;
         const int frames = int(size / (2 * sizeof(float)));
         size = std::size_t(frames) * 2 * sizeof(float);
         if (frames == 0) {
-            pa_stream_cancel_write(stream);
+            pa().streamCancelWrite(stream);
             return;
         }
         auto* out = static_cast<float*>(data);
@@ -216,7 +214,7 @@ void PulseAudioDevice::onWrite(pa_stream* stream, std::size_t bytes, void* self)
         }
         d->copyOut(d->m_written, out, frames, d->m_gain, d->m_gain);
         d->m_written += frames;
-        pa_stream_write(stream, data, size, nullptr, 0, PA_SEEK_RELATIVE);
+        pa().streamWrite(stream, data, size, nullptr, 0, PA_SEEK_RELATIVE);
         bytes = bytes > size ? bytes - size : 0;
     }
 }
@@ -246,9 +244,9 @@ void PulseAudioDevice::setOutputGain(float gain) {
     if (m_timingAsked || gain == m_gain)
         return;
     if (pa_operation* op =
-            pa_stream_update_timing_info(m_stream, &PulseAudioDevice::onTiming, this)) {
+            pa().streamUpdateTimingInfo(m_stream, &PulseAudioDevice::onTiming, this)) {
         m_timingAsked = true;
-        pa_operation_unref(op);
+        pa().operationUnref(op);
     }
 }
 
@@ -264,7 +262,7 @@ void PulseAudioDevice::onTiming(pa_stream* stream, int success, void* self) {
 }
 
 void PulseAudioDevice::rewriteQueued() {
-    const pa_timing_info* timing = pa_stream_get_timing_info(m_stream);
+    const pa_timing_info* timing = pa().streamGetTimingInfo(m_stream);
     const float from = m_gain, to = m_wantedGain;
     m_gain = to;
     if (!timing || timing->write_index_corrupt || timing->read_index_corrupt)
@@ -274,7 +272,7 @@ void PulseAudioDevice::rewriteQueued() {
     const double frameBytes = 2 * sizeof(float);
     const double heard = double(timing->read_index) / frameBytes -
                          double(timing->sink_usec) * m_rate / 1e6 +
-                         double(pa_timeval_age(&timing->timestamp)) * m_rate / 1e6;
+                         double(pa().timevalAge(&timing->timestamp)) * m_rate / 1e6;
     const auto written = std::int64_t(double(timing->write_index) / frameBytes);
     const auto length = std::int64_t(m_history.size() / 2);
     std::int64_t first = std::int64_t(heard + kRewriteMarginSeconds * m_rate);
@@ -286,17 +284,17 @@ void PulseAudioDevice::rewriteQueued() {
     while (frame < written) {
         void* data = nullptr;
         std::size_t size = std::size_t(written - frame) * 2 * sizeof(float);
-        if (pa_stream_begin_write(m_stream, &data, &size) < 0 || !data)
+        if (pa().streamBeginWrite(m_stream, &data, &size) < 0 || !data)
             return;
         const int frames = int(size / (2 * sizeof(float)));
         if (frames == 0) {
-            pa_stream_cancel_write(m_stream);
+            pa().streamCancelWrite(m_stream);
             return;
         }
         copyOut(frame, static_cast<float*>(data), frames, firstPiece ? from : to, to);
         // Written behind what the server already took, this makes it take the new sound.
-        pa_stream_write(m_stream, data, std::size_t(frames) * 2 * sizeof(float), nullptr,
-                        std::int64_t(frame) * std::int64_t(frameBytes), PA_SEEK_ABSOLUTE);
+        pa().streamWrite(m_stream, data, std::size_t(frames) * 2 * sizeof(float), nullptr,
+                         std::int64_t(frame) * std::int64_t(frameBytes), PA_SEEK_ABSOLUTE);
         frame += frames;
         firstPiece = false;
     }
@@ -306,53 +304,27 @@ void PulseAudioDevice::fail(const char* what) {
     const State was = m_state.load();
     if (was == State::stopped)
         return;
-    {
-        std::lock_guard lock(m_eventsMutex);
-        m_error = QString::fromUtf8(what ? what : "unknown error");
-    }
     // Nothing renders from here on; the main thread tears the connection down in stop().
     m_renderer = nullptr;
     m_state = State::stopped;
-    post(was == State::running ? Event::removed : Event::failed);
-}
-
-void PulseAudioDevice::post(Event event) {
-    // Called under the mutex, so once setEventListener({}) returns no call is under way.
-    std::lock_guard lock(m_eventsMutex);
-    m_events |= bitOf(event);
-    if (m_listener)
-        m_listener();
-}
-
-AudioDevice::Event PulseAudioDevice::takeEvent() {
-    std::lock_guard lock(m_eventsMutex);
-    for (Event e : {Event::failed, Event::removed, Event::started, Event::formatChanged})
-        if (m_events & bitOf(e)) {
-            m_events &= ~bitOf(e);
-            return e;
-        }
-    return Event::none;
-}
-
-QString PulseAudioDevice::error() const {
-    std::lock_guard lock(m_eventsMutex);
-    return m_error;
+    m_events.post(was == State::running ? Event::removed : Event::failed,
+                  QString::fromUtf8(what ? what : "unknown error"));
 }
 
 void PulseAudioDevice::disconnectLocked() {
     if (m_stream) {
-        pa_stream_set_state_callback(m_stream, nullptr, nullptr);
-        pa_stream_set_write_callback(m_stream, nullptr, nullptr);
-        pa_stream_set_moved_callback(m_stream, nullptr, nullptr);
-        pa_stream_disconnect(m_stream);
-        pa_stream_unref(m_stream);
+        pa().streamSetStateCallback(m_stream, nullptr, nullptr);
+        pa().streamSetWriteCallback(m_stream, nullptr, nullptr);
+        pa().streamSetMovedCallback(m_stream, nullptr, nullptr);
+        pa().streamDisconnect(m_stream);
+        pa().streamUnref(m_stream);
         m_stream = nullptr;
     }
     if (m_context) {
-        pa_context_set_state_callback(m_context, nullptr, nullptr);
+        pa().contextSetStateCallback(m_context, nullptr, nullptr);
         // Closes the socket; nothing is waited for, even from a server that never answers.
-        pa_context_disconnect(m_context);
-        pa_context_unref(m_context);
+        pa().contextDisconnect(m_context);
+        pa().contextUnref(m_context);
         m_context = nullptr;
     }
     m_renderer = nullptr;
@@ -371,8 +343,8 @@ void PulseAudioDevice::release() {
         return;
     stop();
     // Joins the loop's thread, which only waits in poll(), so this returns at once.
-    pa_threaded_mainloop_stop(m_loop);
-    pa_threaded_mainloop_free(m_loop);
+    pa().threadedMainloopStop(m_loop);
+    pa().threadedMainloopFree(m_loop);
     m_loop = nullptr;
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "audio/AudioDevice.h"
+#include "audio/AudioDeviceEvents.h"
 
 #include <atomic>
 #include <cstdint>
-#include <mutex>
 #include <vector>
 
 struct pa_threaded_mainloop;
@@ -35,9 +35,11 @@ public:
     void stop() override;
     void release() override;
     State state() const override { return m_state.load(); }
-    Event takeEvent() override;
-    QString error() const override;
-    void setEventListener(std::function<void()> listener) override;
+    Event takeEvent() override { return m_events.take(); }
+    QString error() const override { return m_events.error(); }
+    void setEventListener(std::function<void()> listener) override {
+        m_events.setListener(std::move(listener));
+    }
     bool hasOutputGain() const override { return true; }
     void setOutputGain(float gain) override;
 
@@ -53,7 +55,6 @@ private:
     void createStream();
     void askOutputRate();
     void fail(const char* what);
-    void post(Event event);
     void disconnectLocked();
 
     const int m_bufferMs, m_refillMs;
@@ -72,10 +73,7 @@ private:
     float m_wantedGain = 0.0f;
     bool m_timingAsked = false;
 
-    mutable std::mutex m_eventsMutex; // never taken on the render path
-    unsigned m_events = 0;            // a bit per pending Event
-    QString m_error;
-    std::function<void()> m_listener;
+    AudioDeviceEvents m_events;
 };
 
 } // namespace quill

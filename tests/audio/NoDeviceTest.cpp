@@ -1,15 +1,19 @@
 #include "AudioTestSupport.h"
 #include "audio/AmbientPlayer.h"
 #include "audio/NamedSoundPlayer.h"
+#include "audio/OfflineAudioDevice.h"
 #include "audio/PreciseTimerScheduler.h"
 #include "audio/PulseAudioDevice.h"
 #include "audio/SdlAudioDevice.h"
+#include "audio/ThreadedAudioDevice.h"
 #include "support/VirtualScheduler.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstring>
+#include <future>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -107,6 +111,57 @@ TEST_F(NoDeviceTest, AServerThatNeverAnswersNeitherFreezesPlayNorLeavesItPlaying
                   "Quillmere ambient engine failed: the sound server did not answer")});
     ASSERT_TRUE(player->play()) << "and the next play tries again";
     player.reset(); // abandoning a start waits for nothing either
+}
+
+/// Opens only when the test lets it, as a sound system that takes its time.
+class GatedDevice final : public AudioDevice {
+public:
+    double preferredSampleRate() override { return 0.0; }
+    bool start(double rate, AudioRenderer* renderer, QString* error) override {
+        gate.wait();
+        return output.start(rate, renderer, error);
+    }
+    void stop() override {
+        output.stop();
+        ++stops;
+    }
+    State state() const override { return output.state(); }
+    Event takeEvent() override { return output.takeEvent(); }
+    std::shared_future<void> gate;
+    OfflineAudioDevice output;
+    std::atomic<int> stops{0};
+};
+
+struct CountingRenderer final : AudioRenderer {
+    void render(float*, int) override { ++calls; }
+    int calls = 0;
+};
+
+TEST_F(NoDeviceTest, ASlowOpenHoldsNobodyUpAndOneStoppedMeanwhileIsClosedUnheard) {
+    std::promise<void> open;
+    auto inner = std::make_shared<GatedDevice>();
+    inner->gate = open.get_future().share();
+    CountingRenderer renderer;
+    {
+        ThreadedAudioDevice device(inner);
+        ASSERT_TRUE(device.start(48000.0, &renderer, nullptr));
+        EXPECT_EQ(device.state(), AudioDevice::State::starting);
+        device.stop(); // while the open still waits
+        open.set_value();
+        // The worker finishes the open, then closes it; the stopped device stays stopped.
+        ASSERT_TRUE(spinUntil([&] { return inner->stops > 0; }));
+        EXPECT_EQ(device.state(), AudioDevice::State::stopped);
+        EXPECT_EQ(device.takeEvent(), AudioDevice::Event::none);
+    }
+    EXPECT_EQ(renderer.calls, 0);
+
+    ThreadedAudioDevice device(inner);
+    ASSERT_TRUE(device.start(48000.0, &renderer, nullptr));
+    bool started = false;
+    ASSERT_TRUE(spinUntil(
+        [&] { return started = started || device.takeEvent() == AudioDevice::Event::started; }));
+    inner->output.render(64);
+    EXPECT_EQ(renderer.calls, 1);
 }
 
 TEST_F(NoDeviceTest, NamedSoundsDoNothingAudible) {
