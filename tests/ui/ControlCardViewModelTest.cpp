@@ -53,15 +53,6 @@ TEST_F(ControlCardTest, OnlySettingsTheCardShowsRedrawIt) {
     EXPECT_EQ(derived.count(), 1);
 }
 
-TEST_F(ControlCardTest, EnergyLabelFollowsTheStartingEnergy) {
-    EXPECT_EQ(vm.energyLevel(), 4);
-    EXPECT_EQ(vm.energyLabel(), "不错");
-    vm.setEnergy(1);
-    EXPECT_EQ(vm.energyLabel(), "很低");
-    store->setCurrentStartEnergy(9);
-    EXPECT_EQ(vm.energyLabel(), "充沛");
-}
-
 TEST_F(ControlCardTest, TheMusicLineDescribesTheEndOfRoundMusic) {
     EXPECT_EQ(vm.musicLineText(), "可在设置中开启结束音乐");
     EXPECT_EQ(vm.musicLineSymbol(), "music.note");

@@ -8,33 +8,6 @@ using namespace quill::test;
 
 namespace {
 
-struct ShapeCase {
-    bool countdown, buttons;
-    int width, height, radius;
-};
-
-class FloatingShapeTest : public ViewModelTest, public ::testing::WithParamInterface<ShapeCase> {};
-
-TEST_P(FloatingShapeTest, SizeAndCornersFollowTheTwoSettings) {
-    const ShapeCase c = GetParam();
-    FloatingTimerViewModel vm(*store);
-    edit([&](AppSettings& s) {
-        s.floatingTimerOnMinimize = c.countdown;
-        s.floatingSignalButtons = c.buttons;
-    });
-    EXPECT_EQ(vm.panelWidth(), c.width);
-    EXPECT_EQ(vm.panelHeight(), c.height);
-    EXPECT_EQ(vm.cornerRadius(), c.radius);
-    EXPECT_EQ(vm.countdownShown(), c.countdown);
-    EXPECT_EQ(vm.signalsShown(), c.buttons);
-}
-
-INSTANTIATE_TEST_SUITE_P(AllFour, FloatingShapeTest,
-                         ::testing::Values(ShapeCase{true, true, 292, 174, 24},
-                                           ShapeCase{true, false, 264, 116, 24},
-                                           ShapeCase{false, true, 292, 70, 19},
-                                           ShapeCase{false, false, 264, 0, 19}));
-
 class FloatingTimerViewModelTest : public ViewModelTest {
 protected:
     FloatingTimerViewModel vm{*store};
@@ -66,8 +39,6 @@ TEST_F(FloatingTimerViewModelTest, TheRingStartsVisibleAndFollowsNetFocus) {
     vm.roundAction();
     EXPECT_EQ(store->phase(), SessionPhase::paused);
     EXPECT_EQ(vm.statusWord(), "已暂停");
-    EXPECT_EQ(vm.statusTint(), "amber");
-    EXPECT_EQ(vm.statusSymbol(), "pause.fill");
     EXPECT_EQ(vm.roundSymbol(), "play.fill");
     EXPECT_EQ(vm.roundHelp(), "继续");
 
@@ -92,10 +63,7 @@ TEST_F(FloatingTimerViewModelTest, AMicroBreakFillsTheRingAndDimsTheSignals) {
     ASSERT_EQ(store->phase(), SessionPhase::microBreak);
     EXPECT_DOUBLE_EQ(vm.ringProgress(), 1.0);
     EXPECT_EQ(vm.statusWord(), "微休息");
-    EXPECT_EQ(vm.statusTint(), "blue");
-    EXPECT_EQ(vm.statusSymbol(), "sparkles");
     EXPECT_EQ(vm.roundHelp(), "提前继续");
-    EXPECT_FALSE(vm.signalsEnabled());
     vm.recordMindWander(); // the store ignores signals during a break
     EXPECT_EQ(vm.wanderCount(), 2);
 }

@@ -195,12 +195,6 @@ TEST_F(FloatingTimerX11Test, EndingTheRoundOrTheRestoreButtonUnmapsIt) {
     expectGone(panel);
 }
 
-TEST_F(FloatingTimerX11Test, MinimisingWhileIdleNeverOpensIt) {
-    minimiseThroughWindowManager();
-    QTest::qWait(0); // let every queued notification of the change arrive
-    EXPECT_EQ(controller()->panel(), nullptr);
-}
-
 } // namespace
 
 int main(int argc, char** argv) {

@@ -48,7 +48,7 @@ TEST(ShellTest, TheAppearanceSwitchRecoloursBothWindows) {
               QColor("#0E1518"));
 }
 
-TEST(ShellTest, AnAbsentAppearanceIsDrawnDark) {
+TEST(ShellTest, AnAbsentAppearanceIsDrawnDarkAndNoHistoryInvitesAStart) {
     UiHarness ui([](FakeServices& f) {
         AppSettings s;
         s.appearanceMode.reset();
@@ -56,6 +56,8 @@ TEST(ShellTest, AnAbsentAppearanceIsDrawnDark) {
     });
     EXPECT_EQ(ui.window()->color(), QColor("#0E1518"));
     EXPECT_EQ(ui.text("sidebar.appearance"), "切换到日间模式");
+    EXPECT_EQ(ui.text("sidebar.streak"), "从今天开始");
+    EXPECT_EQ(ui.text("sidebar.todayMinutes"), "0");
 }
 
 // Texts whose family is not the app's: controls take the platform's font unless told, and that
@@ -122,12 +124,6 @@ TEST(ShellTest, TheTodayCardSumsTodaysStoredRounds) {
     EXPECT_EQ(ui.text("sidebar.streak"), "连续 2 天");
     EXPECT_EQ(ui.text("focus.pill.minutes.value"), "51 分钟");
     EXPECT_EQ(ui.text("focus.pill.streak.value"), "2 天");
-}
-
-TEST(ShellTest, WithoutHistoryTheStreakLineInvitesAStart) {
-    UiHarness ui;
-    EXPECT_EQ(ui.text("sidebar.streak"), "从今天开始");
-    EXPECT_EQ(ui.text("sidebar.todayMinutes"), "0");
 }
 
 TEST(ShellTest, TheToastShowsForThreeSecondsOfVirtualTime) {

@@ -31,15 +31,10 @@ TEST(SymbolsTest, EveryNameMapsToAGlyphTheIconFontHas) {
         ASSERT_EQ(glyph.size(), 1) << name.toStdString();
         EXPECT_TRUE(font.supportsCharacter(glyph.at(0))) << name.toStdString();
     }
-}
-
-TEST(SymbolsTest, UnknownAndEmptyNamesGiveNoGlyph) {
     EXPECT_EQ(Symbols::glyph(QStringLiteral("no.such.symbol")), QString());
     EXPECT_EQ(Symbols::glyph(QString()), QString());
     EXPECT_FALSE(Symbols::contains(QStringLiteral("no.such.symbol")));
-}
-
-TEST(SymbolsTest, OnlyTheBareLeafIsDrawnAsAnOutline) {
+    // The bare leaf is the filled leaf's glyph drawn as an outline.
     EXPECT_TRUE(Symbols::isOutline(QStringLiteral("leaf")));
     EXPECT_FALSE(Symbols::isOutline(QStringLiteral("leaf.fill")));
     EXPECT_EQ(Symbols::glyph(QStringLiteral("leaf")), Symbols::glyph(QStringLiteral("leaf.fill")));
@@ -80,12 +75,9 @@ TEST(SymbolsTest, DrawnSymbolsFillTheirBoxInTheirColourAndNothingOutside) {
     EXPECT_FALSE(Symbols::isDrawn(QStringLiteral("leaf.fill")));
 }
 
-TEST(SymbolsTest, TheCatalogueSymbolsAreInTheTable) {
+TEST(SymbolsTest, EverySymbolTheCatalogueAndTheScreensNameIsInTheTable) {
     for (AmbientSound sound : kAllAmbientSounds)
         EXPECT_TRUE(Symbols::contains(QString::fromLatin1(info(sound).symbol))) << info(sound).raw;
-}
-
-TEST(SymbolsTest, EverySymbolNamedInTheScreensIsInTheTable) {
     linkUiModule();
     const QRegularExpression literal(
         QStringLiteral(R"re((?:name|symbol|symbolName)\s*:\s*"([a-z0-9.]+)")re"));

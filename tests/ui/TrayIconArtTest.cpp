@@ -17,7 +17,7 @@ int inkedPixels(const QImage& image) {
     return n;
 }
 
-TEST(TrayIconArtTest, TheRunningLeafIsFilledAndTheIdleLeafOutlined) {
+TEST(TrayIconArtTest, TheRunningLeafIsFilledTheIdleLeafOutlinedAndUnknownsBlank) {
     const QImage filled = trayIconImage(QStringLiteral("leaf.fill"), 32, Qt::white);
     const QImage outline = trayIconImage(QStringLiteral("leaf"), 32, Qt::white);
     ASSERT_EQ(filled.size(), QSize(32, 32));
@@ -26,6 +26,11 @@ TEST(TrayIconArtTest, TheRunningLeafIsFilledAndTheIdleLeafOutlined) {
     EXPECT_GT(filledInk, 100);
     EXPECT_GT(outlineInk, 20);
     EXPECT_LT(outlineInk, filledInk);
+    const QImage dot = trayIconImage(QStringLiteral("circle.fill"), 32, Qt::white); // centred
+    EXPECT_GT(qAlpha(dot.pixel(16, 16)), 200);
+    EXPECT_EQ(qAlpha(dot.pixel(0, 0)), 0);
+    EXPECT_EQ(inkedPixels(trayIconImage(QStringLiteral("no.such"), 16, Qt::white)), 0);
+    EXPECT_TRUE(trayIconImage(QStringLiteral("leaf"), 0, Qt::white).size().isEmpty());
 }
 
 // Pixels of the icon laid on a panel of `panel` colour that stand out from it by 3:1.
@@ -54,18 +59,6 @@ TEST(TrayIconArtTest, BothIconsReadOnLightAndDarkPanels) {
                     << symbol << " " << size << " on " << panel.name().toStdString();
         }
     }
-}
-
-TEST(TrayIconArtTest, TheGlyphIsCentred) {
-    const QImage image = trayIconImage(QStringLiteral("circle.fill"), 32, Qt::white);
-    EXPECT_GT(qAlpha(image.pixel(16, 16)), 200);
-    EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
-}
-
-TEST(TrayIconArtTest, UnknownSymbolsAndEmptySizesDrawNothing) {
-    EXPECT_EQ(inkedPixels(trayIconImage(QStringLiteral("no.such"), 16, Qt::white)), 0);
-    EXPECT_TRUE(trayIconImage(QStringLiteral("leaf"), 0, Qt::white).isNull() ||
-                trayIconImage(QStringLiteral("leaf"), 0, Qt::white).size().isEmpty());
 }
 
 } // namespace
