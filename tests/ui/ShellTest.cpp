@@ -118,12 +118,14 @@ TEST(ShellTest, TheFocusRowCarriesADotWhileARoundRuns) {
 TEST(ShellTest, TheTodayCardSumsTodaysStoredRounds) {
     UiHarness ui(
         seedSessions({sessionAt(localToday(9, 0), 1500), sessionAt(localToday(11, 0), 1530),
-                      sessionAt(localToday(9, 0).addDays(-1), 3000)}));
+                      sessionAt(localToday(9, 0).addDays(-1), 3000),
+                      sessionAt(localToday(9, 0).addDays(-2), 1200)}));
     EXPECT_EQ(ui.text("sidebar.todayMinutes"), "51"); // 25 + 25.5 rounded away from zero
     EXPECT_EQ(ui.text("sidebar.todaySessions"), "2");
-    EXPECT_EQ(ui.text("sidebar.streak"), "连续 2 天");
+    // A streak of 3 days beside 2 rounds today: neither can stand in for the other.
+    EXPECT_EQ(ui.text("sidebar.streak"), "连续 3 天");
     EXPECT_EQ(ui.text("focus.pill.minutes.value"), "51 分钟");
-    EXPECT_EQ(ui.text("focus.pill.streak.value"), "2 天");
+    EXPECT_EQ(ui.text("focus.pill.streak.value"), "3 天");
 }
 
 TEST(ShellTest, TheToastShowsForThreeSecondsOfVirtualTime) {
