@@ -99,8 +99,7 @@ TEST_F(FocusScreenTest, AMicroBreakShowsItsSecondsAndDisablesTheSignals) {
     ui.advance(3'000);
     EXPECT_EQ(ui.text("focus.timerText"), "7");
 
-    // Clicking the dimmed signals logs nothing.
-    ui.click("focus.signal.wander");
+    ui.click("focus.signal.wander"); // dimmed: logs nothing
     EXPECT_EQ(ui.text("focus.signal.wander.count"), "0 次");
     EXPECT_EQ(ui.store().currentEventCount(), 1); // just the reminder
 
@@ -133,12 +132,7 @@ TEST_F(FocusScreenTest, TheRoundsSettingsAreLockedWhileItRuns) {
     for (const char* name :
          {"control.duration.60", "control.taskPicker", "control.taskToggle", "control.energy.1",
           "control.durationField", "control.reminderMin.stepper.up"})
-        EXPECT_FALSE(enabled(name)) << name;
-
-    ui.click("control.duration.60");
-    ui.click("control.energy.1");
-    EXPECT_EQ(ui.store().settings().selectedDurationMinutes, 30);
-    EXPECT_EQ(ui.store().currentStartEnergy(), 4);
+        EXPECT_FALSE(enabled(name)) << name; // the commands hold the lock: the card's test
 }
 
 TEST_F(FocusScreenTest, ControlsDesignTheNextRound) {
