@@ -1,54 +1,36 @@
 #include "ui/viewmodels/ViewText.h"
 
 #include <gtest/gtest.h>
+#include <initializer_list>
+#include <utility>
 
 using namespace quill;
 using namespace quill::viewtext;
 
 namespace {
 
-struct ClockCase {
-    qint64 seconds;
-    const char* text;
-};
-class MinutesSecondsTest : public ::testing::TestWithParam<ClockCase> {};
-TEST_P(MinutesSecondsTest, FormatsMinutesAndSeconds) {
-    EXPECT_EQ(minutesSeconds(GetParam().seconds), QString::fromUtf8(GetParam().text));
-}
-INSTANTIATE_TEST_SUITE_P(Cases, MinutesSecondsTest,
-                         ::testing::Values(ClockCase{0, "00:00"}, ClockCase{9, "00:09"},
-                                           ClockCase{61, "01:01"}, ClockCase{1500, "25:00"},
-                                           ClockCase{7200, "120:00"}, // minutes are not capped
-                                           ClockCase{86400, "1440:00"},
-                                           ClockCase{-5, "00:00"})); // never negative
+template <typename In> using Table = std::initializer_list<std::pair<In, const char*>>;
 
-struct EnergyCase {
-    qint64 level;
-    const char* label;
-};
-class EnergyLabelTest : public ::testing::TestWithParam<EnergyCase> {};
-TEST_P(EnergyLabelTest, NamesTheLevelClampedIntoOneToFive) {
-    EXPECT_EQ(energyLabel(GetParam().level), QString::fromUtf8(GetParam().label));
+TEST(ViewText, MinutesSecondsAreUncappedAndNeverNegative) {
+    const Table<qint64> cases{{0, "00:00"},     {9, "00:09"},       {61, "01:01"}, {1500, "25:00"},
+                              {7200, "120:00"}, {86400, "1440:00"}, {-5, "00:00"}};
+    for (const auto& [seconds, text] : cases)
+        EXPECT_EQ(minutesSeconds(seconds), QString::fromUtf8(text)) << seconds;
 }
-INSTANTIATE_TEST_SUITE_P(Cases, EnergyLabelTest,
-                         ::testing::Values(EnergyCase{1, "很低"}, EnergyCase{2, "偏低"},
-                                           EnergyCase{3, "一般"}, EnergyCase{4, "不错"},
-                                           EnergyCase{5, "充沛"}, EnergyCase{0, "很低"},
-                                           EnergyCase{-3, "很低"}, EnergyCase{9, "充沛"}));
 
-struct GreetingCase {
-    int hour;
-    const char* greeting;
-};
-class GreetingTest : public ::testing::TestWithParam<GreetingCase> {};
-TEST_P(GreetingTest, FollowsTheHourBoundaries) {
-    EXPECT_EQ(dayGreeting(GetParam().hour), QString::fromUtf8(GetParam().greeting));
+TEST(ViewText, EnergyLabelsNameTheLevelClampedIntoOneToFive) {
+    const Table<qint64> cases{{1, "很低"}, {2, "偏低"}, {3, "一般"},  {4, "不错"},
+                              {5, "充沛"}, {0, "很低"}, {-3, "很低"}, {9, "充沛"}};
+    for (const auto& [level, label] : cases)
+        EXPECT_EQ(energyLabel(level), QString::fromUtf8(label)) << level;
 }
-INSTANTIATE_TEST_SUITE_P(Cases, GreetingTest,
-                         ::testing::Values(GreetingCase{0, "早上好"}, GreetingCase{10, "早上好"},
-                                           GreetingCase{11, "中午好"}, GreetingCase{13, "中午好"},
-                                           GreetingCase{14, "下午好"}, GreetingCase{18, "下午好"},
-                                           GreetingCase{19, "晚上好"}, GreetingCase{23, "晚上好"}));
+
+TEST(ViewText, GreetingsFollowTheHourBoundaries) {
+    const Table<int> cases{{0, "早上好"},  {10, "早上好"}, {11, "中午好"}, {13, "中午好"},
+                           {14, "下午好"}, {18, "下午好"}, {19, "晚上好"}, {23, "晚上好"}};
+    for (const auto& [hour, greeting] : cases)
+        EXPECT_EQ(dayGreeting(hour), QString::fromUtf8(greeting)) << hour;
+}
 
 TEST(RingProgress, IsFullWithoutARoundAndNeverBelowTheFloor) {
     EXPECT_DOUBLE_EQ(ringProgress(false, false, 10, 100, 0.01, 1.0), 1.0);
