@@ -4,9 +4,7 @@
 #include "store/AppStore.h"
 #include "support/FakeServices.h"
 
-#include <QSignalSpy>
 #include <QTemporaryDir>
-#include <csignal>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -14,16 +12,7 @@
 namespace quill::test {
 namespace {
 
-TEST(GracefulExit, EachTerminationSignalAsksToQuitInsteadOfKilling) {
-    GracefulExit handler(nullptr);
-    QSignalSpy requested(&handler, &GracefulExit::terminationRequested);
-    for (int number : {SIGTERM, SIGINT, SIGHUP}) {
-        ASSERT_EQ(::raise(number), 0);
-        ASSERT_TRUE(requested.count() > 0 || requested.wait(10000)) << "signal " << number;
-        EXPECT_EQ(requested.takeFirst().value(0).toInt(), number);
-    }
-}
-
+// Each termination signal ending the app like quitting is the app process test's.
 TEST(GracefulExit, AnExitFromBelowStillWritesTheLastSettingsChange) {
     // Qt calls exit() when the display goes away: the child does the same with a settings
     // change still waiting out its debounce, and the file must hold it.
