@@ -108,12 +108,14 @@ TEST_F(FloatingTimerTest, ItsButtonsDriveTheRoundAndRestoreTheMainWindow) {
     EXPECT_EQ(ui.store().phase(), SessionPhase::focusing); // the round runs on
 }
 
-TEST_F(FloatingTimerTest, BringingTheMainWindowBackClosesIt) {
+TEST_F(FloatingTimerTest, ClickingTheTrayIconBringsTheMainWindowBackAndClosesIt) {
     ui.store().startSession();
     minimise();
     ASSERT_NE(panel(), nullptr);
     QMetaObject::invokeMethod(ui.trayIcon(), "activate");
     settle();
+    EXPECT_FALSE(ui.window()->windowStates() & Qt::WindowMinimized);
+    EXPECT_TRUE(ui.window()->isVisible());
     EXPECT_EQ(panel(), nullptr);
 }
 
