@@ -289,12 +289,4 @@ TEST_F(TrayPanelTest, OnABottomPanelItGrowsUpwardAndAClickInTheWindowClosesIt) {
     EXPECT_FALSE(panel()->isVisible());
 }
 
-TEST_F(TrayPanelTest, ClickingTheIconBringsBackAMinimisedMainWindow) {
-    ui.window()->showMinimized();
-    ASSERT_TRUE(ui.window()->windowStates() & Qt::WindowMinimized);
-    QMetaObject::invokeMethod(ui.trayIcon(), "activate");
-    EXPECT_FALSE(ui.window()->windowStates() & Qt::WindowMinimized);
-    EXPECT_TRUE(ui.window()->isVisible());
-}
-
 } // namespace
