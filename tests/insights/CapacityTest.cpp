@@ -17,6 +17,10 @@ QList<StudySession> newestFirst(const std::vector<SessionBuilder>& builders) {
     return out;
 }
 
+QList<StudySession> thrice(const SessionBuilder& b) {
+    return newestFirst({b, b, b});
+}
+
 SessionBuilder minutesRated(qint64 m, qint64 rating) {
     return SessionBuilder().minutes(m).rating(rating);
 }
@@ -121,12 +125,6 @@ TEST(Recommendation, FewerThanThreeSessionsGiveThirty) {
               30);
 }
 
-TEST(Recommendation, GrowsByFiveAfterThreeSoundRounds) {
-    EXPECT_EQ(Statistics::recommendedMinutes(
-                  newestFirst({qualifying(), qualifying().rating(5), qualifying()})),
-              45);
-}
-
 struct SpoiltCase {
     const char* label;
     SessionBuilder second; ///< replaces the second most recent session
@@ -148,10 +146,11 @@ INSTANTIATE_TEST_SUITE_P(EachCondition, RecommendationWithoutGrowth,
                                            SpoiltCase{"twoWanders", qualifying().wanderAt(2500)}),
                          [](const auto& info) { return std::string(info.param.label); });
 
-TEST(Recommendation, OnlyTheThreeMostRecentAreExamined) {
-    EXPECT_EQ(Statistics::recommendedMinutes(newestFirst(
-                  {qualifying(), qualifying(), qualifying(), qualifying().completed(false)})),
-              45);
+TEST(Recommendation, GrowsByFiveAfterTheThreeMostRecentAreSound) {
+    EXPECT_EQ(
+        Statistics::recommendedMinutes(newestFirst(
+            {qualifying(), qualifying().rating(5), qualifying(), qualifying().completed(false)})),
+        45);
     EXPECT_EQ(Statistics::recommendedMinutes(newestFirst(
                   {qualifying().completed(false), qualifying(), qualifying(), qualifying()})),
               40);
@@ -159,25 +158,14 @@ TEST(Recommendation, OnlyTheThreeMostRecentAreExamined) {
 
 TEST(Recommendation, ClampsToTwentyAndOneHundredTwenty) {
     // Capacity 10 without growth, and with growth (15).
-    EXPECT_EQ(Statistics::recommendedMinutes(
-                  newestFirst({minutesRated(8, 1), minutesRated(8, 1), minutesRated(8, 1)})),
-              20);
-    EXPECT_EQ(Statistics::recommendedMinutes(
-                  newestFirst({SessionBuilder().minutes(8).rating(5).energy(3, 3),
-                               SessionBuilder().minutes(8).rating(5).energy(3, 3),
-                               SessionBuilder().minutes(8).rating(5).energy(3, 3)})),
-              20);
+    EXPECT_EQ(Statistics::recommendedMinutes(thrice(minutesRated(8, 1))), 20);
+    EXPECT_EQ(Statistics::recommendedMinutes(thrice(minutesRated(8, 5).energy(3, 3))), 20);
     // Capacity 120 with growth stays 120; 118 + 5 clamps too; 115 + 5 reaches it.
-    for (qint64 capacity : {120, 118, 115}) {
-        std::vector<SessionBuilder> sessions;
-        for (int i = 0; i < 3; ++i)
-            sessions.push_back(SessionBuilder().minutes(capacity).rating(5).energy(3, 3));
-        EXPECT_EQ(Statistics::recommendedMinutes(newestFirst(sessions)), 120) << capacity;
-    }
-    std::vector<SessionBuilder> bigUnsound;
-    for (int i = 0; i < 3; ++i)
-        bigUnsound.push_back(SessionBuilder().minutes(200).rating(5).completed(false));
-    EXPECT_EQ(Statistics::recommendedMinutes(newestFirst(bigUnsound)), 120);
+    for (qint64 capacity : {120, 118, 115})
+        EXPECT_EQ(Statistics::recommendedMinutes(thrice(minutesRated(capacity, 5).energy(3, 3))),
+                  120)
+            << capacity;
+    EXPECT_EQ(Statistics::recommendedMinutes(thrice(minutesRated(200, 5).completed(false))), 120);
 }
 
 } // namespace

@@ -84,21 +84,11 @@ INSTANTIATE_TEST_SUITE_P(
                                  400}),
     [](const auto& info) { return std::string(info.param.label); });
 
-TEST_F(DayStatistics, NoSessionsMakeAnEmptyWeekOfSevenLocalDaysOldestFirst) {
+TEST_F(DayStatistics, WeekIsSevenLocalDaysOldestFirstSummingEachDaysSessions) {
     EXPECT_TRUE(Statistics::todaySessions({}, now).isEmpty());
-    EXPECT_EQ(Statistics::todayMinutes({}, now), 0);
-    EXPECT_EQ(Statistics::todayWanderCount({}, now), 0);
-    const QList<DaySummary> week = Statistics::weeklySummaries({}, now);
-    ASSERT_EQ(week.size(), 7);
-    for (int i = 0; i < 7; ++i) {
-        const QDate expected = QDate(2026, 2, 27).addDays(i);
-        EXPECT_EQ(week[i].date, QDateTime(expected, QTime(0, 0), Qt::LocalTime)) << i;
-        EXPECT_EQ(week[i].date.toLocalTime().time(), QTime(0, 0)) << i;
-        EXPECT_EQ(week[i].minutes + week[i].sessions + week[i].wanderCount, 0) << i;
-    }
-}
-
-TEST_F(DayStatistics, WeekSumsEachDaysSessions) {
+    EXPECT_EQ(Statistics::todayMinutes({}, now) + Statistics::todayWanderCount({}, now), 0);
+    for (const DaySummary& day : Statistics::weeklySummaries({}, now))
+        EXPECT_EQ(day.minutes + day.sessions + day.wanderCount, 0);
     const QList<StudySession> sessions{
         SessionBuilder(local(2026, 3, 6, 0, 0)).minutes(50).wanders(9),         // tomorrow
         SessionBuilder(local(2026, 3, 5, 9, 0)).seconds(89).wanders(1),         // today
@@ -112,6 +102,9 @@ TEST_F(DayStatistics, WeekSumsEachDaysSessions) {
     const qint64 counts[] = {1, 0, 0, 0, 1, 0, 2};
     const qint64 wanders[] = {0, 0, 0, 0, 0, 0, 3};
     for (int i = 0; i < 7; ++i) {
+        EXPECT_EQ(week[i].date,
+                  QDateTime(QDate(2026, 2, 27).addDays(i), QTime(0, 0), Qt::LocalTime))
+            << i;
         EXPECT_EQ(week[i].minutes, minutes[i]) << i;
         EXPECT_EQ(week[i].sessions, counts[i]) << i;
         EXPECT_EQ(week[i].wanderCount, wanders[i]) << i;

@@ -110,9 +110,10 @@ std::optional<bool> probed(NotificationHold& hold) {
     return answer;
 }
 
-TEST_F(FocusGuardBusTest, PlasmasInhibitionIsTakenAndGivenBackInOrder) {
+TEST_F(FocusGuardBusTest, PlasmasInhibitionIsTakenAndGivenBackInOrderAndOnDestruction) {
     serveNotifications();
-    PlasmaNotificationHold hold(app, QStringLiteral("quillmere"));
+    auto owned = std::make_unique<PlasmaNotificationHold>(app, QStringLiteral("quillmere"));
+    PlasmaNotificationHold& hold = *owned;
     EXPECT_EQ(probed(hold), true);
     hold.setHeld(true);
     ASSERT_TRUE(waitUntil([&] { return server.inhibited(); }));
@@ -127,15 +128,8 @@ TEST_F(FocusGuardBusTest, PlasmasInhibitionIsTakenAndGivenBackInOrder) {
 
     hold.setHeld(true);
     ASSERT_TRUE(waitUntil([&] { return server.inhibited(); }));
-}
-
-TEST_F(FocusGuardBusTest, DestroyingAPlasmaHoldReleasesIt) {
-    serveNotifications();
-    {
-        PlasmaNotificationHold hold(app, QStringLiteral("quillmere"));
-        hold.setHeld(true);
-        ASSERT_TRUE(waitUntil([&] { return server.inhibited(); }));
-    }
+    EXPECT_EQ(probed(hold), true) << "a round trip: the cookie is in";
+    owned.reset();
     EXPECT_TRUE(waitUntil([&] { return !server.inhibited(); }));
 }
 
@@ -220,24 +214,23 @@ TEST_F(FocusGuardBusTest, LogindsLockAndLockedHintOfThisSessionAreLocks) {
 }
 
 TEST_F(FocusGuardBusTest, WithoutLogindTheScreensaversReportLocks) {
+    auto active = [&](const char* path, const char* interface, bool on) {
+        emitSignal(QString::fromLatin1(path), QString::fromLatin1(interface),
+                   QStringLiteral("ActiveChanged"), {on});
+    };
     // The same bus stands in for a system bus without logind.
     SessionLockWatch watch(app, app, QString());
     LockCounter locks(watch);
     ASSERT_TRUE(waitUntil([&] {
-        emitSignal(QStringLiteral("/org/gnome/ScreenSaver"),
-                   QStringLiteral("org.gnome.ScreenSaver"), QStringLiteral("ActiveChanged"),
-                   {true});
+        active("/org/gnome/ScreenSaver", "org.gnome.ScreenSaver", true);
         drainEvents();
         return locks.count > 0;
     }));
 
     settleSignals();
     locks.count = 0;
-    emitSignal(QStringLiteral("/org/gnome/ScreenSaver"), QStringLiteral("org.gnome.ScreenSaver"),
-               QStringLiteral("ActiveChanged"), {false});
-    emitSignal(QStringLiteral("/org/freedesktop/ScreenSaver"),
-               QStringLiteral("org.freedesktop.ScreenSaver"), QStringLiteral("ActiveChanged"),
-               {true});
+    active("/org/gnome/ScreenSaver", "org.gnome.ScreenSaver", false);
+    active("/org/freedesktop/ScreenSaver", "org.freedesktop.ScreenSaver", true);
     ASSERT_TRUE(waitUntil([&] { return locks.count > 0; }));
     drainEvents();
     EXPECT_EQ(locks.count, 1);
@@ -245,8 +238,7 @@ TEST_F(FocusGuardBusTest, WithoutLogindTheScreensaversReportLocks) {
     SessionLockWatch noSystemBus(QDBusConnection(QStringLiteral("none")), app, QString());
     LockCounter moreLocks(noSystemBus);
     ASSERT_TRUE(waitUntil([&] {
-        emitSignal(QStringLiteral("/ScreenSaver"), QStringLiteral("org.freedesktop.ScreenSaver"),
-                   QStringLiteral("ActiveChanged"), {true});
+        active("/ScreenSaver", "org.freedesktop.ScreenSaver", true);
         drainEvents();
         return moreLocks.count > 0;
     }));

@@ -24,7 +24,7 @@ TEST_F(AmbientMusicTest, LevelsPassAtOnceAndOnlyWhenTheyChange) {
     EXPECT_EQ(fakes.ambient->levelUpdates.size(), 2u);
 }
 
-TEST_F(AmbientMusicTest, PlayButtonWithNothingSelectedPicksRain) {
+TEST_F(AmbientMusicTest, PlayButtonPicksRainAndPlaysAgainAfterAStopOrAnEndByItself) {
     store->toggleAmbientPlayback();
     EXPECT_EQ(store->settings().ambientSounds, QList<QString>{QStringLiteral("rain")});
     EXPECT_TRUE(store->isAmbientPlaying());
@@ -34,6 +34,13 @@ TEST_F(AmbientMusicTest, PlayButtonWithNothingSelectedPicksRain) {
     EXPECT_EQ(fakes.ambient->stopCalls, 1);
     store->toggleAmbientPlayback(); // rain is still selected
     EXPECT_EQ(store->settings().ambientSounds, QList<QString>{QStringLiteral("rain")});
+    ASSERT_TRUE(store->isAmbientPlaying());
+    fakes.ambient->endByItself();
+    EXPECT_FALSE(store->isAmbientPlaying());
+    EXPECT_EQ(store->toastMessageText(), QStringLiteral("环境音无法播放，请检查声音输出设备。"));
+    store->toggleAmbientPlayback();
+    EXPECT_TRUE(store->isAmbientPlaying()) << "the next play tries again";
+    EXPECT_EQ(fakes.ambient->playCalls, 3);
 }
 
 TEST_F(AmbientMusicTest, DeselectingTheLastSoundStopsAndOneOfTwoOnlyFades) {
@@ -107,17 +114,6 @@ TEST_F(AmbientMusicTest, FailureToastIsReplacedByTheStartToastButStaysOnResume) 
     store->togglePause();
     store->togglePause();
     EXPECT_EQ(store->toastMessageText(), QStringLiteral("环境音无法播放，请检查声音输出设备。"));
-}
-
-TEST_F(AmbientMusicTest, SoundThatEndsByItselfIsShownStoppedWithTheFailureToast) {
-    store->toggleAmbientPlayback();
-    ASSERT_TRUE(store->isAmbientPlaying());
-    fakes.ambient->endByItself();
-    EXPECT_FALSE(store->isAmbientPlaying());
-    EXPECT_EQ(store->toastMessageText(), QStringLiteral("环境音无法播放，请检查声音输出设备。"));
-    store->toggleAmbientPlayback();
-    EXPECT_TRUE(store->isAmbientPlaying()) << "the next play tries again";
-    EXPECT_EQ(fakes.ambient->playCalls, 2);
 }
 
 TEST_F(AmbientMusicTest, MusicTestShowsConnectingThenTheOutcome) {

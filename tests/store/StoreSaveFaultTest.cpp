@@ -38,7 +38,6 @@ private:
 class SaveFaultTest : public StoreTest {
 protected:
     QTemporaryDir root;
-    WarningCatcher* catcher = nullptr;
     int failureToasts = 0;
     QString lastFailure;
 
@@ -76,8 +75,8 @@ TEST_F(SaveFaultTest, AFullDiskIsShownOnceWithTheSystemsWordsUntilASaveSucceeds)
     SmallDisk disk(mountPoint, "size=256k");
     const QString folder = mountPoint + QStringLiteral("/Quillmere");
     QString expected = QStringLiteral("No space left on device");
+    seedFile(folder, 3);
     if (disk.mounted()) {
-        seedFile(folder, 3);
         QFile filler(mountPoint + QStringLiteral("/filler"));
         ASSERT_TRUE(filler.open(QIODevice::WriteOnly));
         while (filler.write(QByteArray(4096, 'x')) == 4096) {
@@ -85,7 +84,6 @@ TEST_F(SaveFaultTest, AFullDiskIsShownOnceWithTheSystemsWordsUntilASaveSucceeds)
         filler.close();
     } else {
         // No tmpfs without root: a file-size limit refuses the write the same way.
-        seedFile(folder, 3);
         std::signal(SIGXFSZ, SIG_IGN);
         rlimit limit{4096, RLIM_INFINITY};
         ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
