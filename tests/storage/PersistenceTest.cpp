@@ -258,7 +258,7 @@ TEST_F(PersistenceTest, ALinkToARegularFileIsReadAndWrittenWhereItPoints) {
 
 // ---------------------------------------------------------------- the unreadable file
 
-TEST_F(PersistenceTest, UnreadableFileIsRenamedBesideItWithAUtcStamp) {
+TEST_F(PersistenceTest, UnreadableFileIsRenamedBesideItWithAUtcStampAndNeverOverwritten) {
     WarningCatcher catcher;
     // Nothing to keep aside is no error.
     EXPECT_TRUE(Persistence::preserveUnreadable(directory(), utc(2026, 3, 5, 8, 30)));
@@ -274,24 +274,15 @@ TEST_F(PersistenceTest, UnreadableFileIsRenamedBesideItWithAUtcStamp) {
         directory() + QStringLiteral("/focus-data.json.unreadable-20260305T083007Z");
     EXPECT_EQ(readFile(kept), garbage);
     EXPECT_EQ(catcher.warnings.size(), 1);
-    // The next save starts a fresh file and leaves the kept one alone.
+    // Within the same second a second one is kept too, so the save can go ahead.
+    writeFile(dataFile(), "second");
+    EXPECT_TRUE(Persistence::preserveUnreadable(directory(), now));
+    EXPECT_EQ(readFile(kept + QStringLiteral("-2")), "second");
+    EXPECT_FALSE(QFile::exists(dataFile()));
+    // The next save starts a fresh file and leaves the kept ones alone.
     ASSERT_TRUE(Persistence::save(directory(), AppSettings{}, {}));
     EXPECT_FALSE(Persistence::load(directory()).unreadableFileExists);
     EXPECT_EQ(readFile(kept), garbage);
-}
-
-TEST_F(PersistenceTest, AnEarlierKeptFileIsNeverOverwritten) {
-    const QDateTime now = utc(2026, 3, 5, 8, 30);
-    writeFile(dataFile(), "first");
-    ASSERT_TRUE(Persistence::preserveUnreadable(directory(), now));
-    writeFile(dataFile(), "second");
-    // Within the same second the second one is kept too, so the save can go ahead.
-    EXPECT_TRUE(Persistence::preserveUnreadable(directory(), now));
-    const QString kept =
-        directory() + QStringLiteral("/focus-data.json.unreadable-20260305T083000Z");
-    EXPECT_EQ(readFile(kept), "first");
-    EXPECT_EQ(readFile(kept + QStringLiteral("-2")), "second");
-    EXPECT_FALSE(QFile::exists(dataFile()));
 }
 
 } // namespace
