@@ -59,6 +59,12 @@ protected:
         player = std::make_unique<AmbientPlayer>(std::move(env));
     }
 
+    bool startPlaying(const AmbientLevels& l) {
+        makePlayer();
+        player->setLevels(l);
+        return player->play();
+    }
+
     /// Decodes, then renders frames through the device, keeping them.
     void render(int frames) {
         streamer->service();
@@ -140,9 +146,7 @@ TEST_F(AmbientPlayerTest, IdleUntilPlayedLevelsOnlyStoredPreparingOnlyLoadsOnce)
 }
 
 TEST_F(AmbientPlayerTest, PlayWithNothingSelectedRampsMasterThenLaterSelectionStartsAtOnce) {
-    makePlayer();
-    player->setLevels(levels(0.49f, {}));
-    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(startPlaying(levels(0.49f, {})));
     EXPECT_TRUE(player->isEngineRunning());
     // Rising master, tau 0.8 s: within 0.0005 of 0.49 after 331 steps.
     EXPECT_EQ(settle(), 331);
@@ -169,10 +173,8 @@ TEST_F(AmbientPlayerTest, EveryFreshStartBeginsAtANewRandomFrameInTheFirst95Perc
         EXPECT_NEAR(positionOf(left(k), right(k), kLength),
                     std::fmod(std::floor(random * 0.95 * kLength) + double(k), kLength), 0.05);
     };
-    makePlayer();
     randoms = {0.999999, 0.25, 0.8};
-    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
-    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(startPlaying(levels(0.49f, {{S::rain, 0.49f}})));
     expectStartAt(0.999999);
 
     // Deselected until it stopped; the completions of its flushed passes then arrive and
@@ -196,10 +198,8 @@ TEST_F(AmbientPlayerTest, EveryFreshStartBeginsAtANewRandomFrameInTheFirst95Perc
 }
 
 TEST_F(AmbientPlayerTest, LoopIsGaplessAcrossManyPasses) {
-    makePlayer();
     randoms = {0.3};
-    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
-    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(startPlaying(levels(0.49f, {{S::rain, 0.49f}})));
     settle();
     const float v = player->volume(S::rain), m = player->masterVolume();
     render(480); // the voice glides to the last ramp value within one buffer
@@ -223,9 +223,7 @@ TEST_F(AmbientPlayerTest, LoopIsGaplessAcrossManyPasses) {
 }
 
 TEST_F(AmbientPlayerTest, FadesReverseWithoutRestartingTheLoops) {
-    makePlayer();
-    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
-    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(startPlaying(levels(0.49f, {{S::rain, 0.49f}})));
     settle();
     const auto generation = player->trackGeneration(S::rain);
 
@@ -256,9 +254,7 @@ TEST_F(AmbientPlayerTest, FadesReverseWithoutRestartingTheLoops) {
 }
 
 TEST_F(AmbientPlayerTest, StopFadesMasterOutIn168StepsThenStopsEverything) {
-    makePlayer();
-    player->setLevels(levels(0.49f, {{S::rain, 0.49f}, {S::wind, 0.3f}}));
-    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(startPlaying(levels(0.49f, {{S::rain, 0.49f}, {S::wind, 0.3f}})));
     settle();
     player->stop();
     EXPECT_TRUE(player->isEngineRunning());
@@ -318,14 +314,12 @@ TEST_F(AmbientPlayerTest, MissingEmptyOrCorruptRecordingsAreLoggedWhileOthersPla
     ASSERT_TRUE(writeZeroFrameFile(path(S::wind)));
     // birds: a WAV named .flac, found by its raw value and read by its content.
     ASSERT_TRUE(QFile::rename(path(S::birds), path(S::birds, QStringLiteral("flac"))));
-    makePlayer();
-    player->setLevels(levels(0.49f, {{S::rain, 0.49f},
-                                     {S::waves, 0.49f},
-                                     {S::stream, 0.49f},
-                                     {S::wind, 0.49f},
-                                     {S::fire, 0.49f},
-                                     {S::birds, 0.49f}}));
-    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(startPlaying(levels(0.49f, {{S::rain, 0.49f},
+                                            {S::waves, 0.49f},
+                                            {S::stream, 0.49f},
+                                            {S::wind, 0.49f},
+                                            {S::fire, 0.49f},
+                                            {S::birds, 0.49f}})));
     const QStringList expected{QStringLiteral("Quillmere ambient recording missing: rain"),
                                QStringLiteral("Quillmere ambient recording missing: waves"),
                                QStringLiteral("Quillmere ambient recording missing: stream"),
@@ -350,9 +344,7 @@ TEST_F(AmbientPlayerTest, MissingEmptyOrCorruptRecordingsAreLoggedWhileOthersPla
 }
 
 TEST_F(AmbientPlayerTest, BrownNoiseAttachesOnPlayAndStaysWhenDeselected) {
-    makePlayer();
-    player->setLevels(levels(0.49f, {{S::brownNoise, 0.49f}}));
-    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(startPlaying(levels(0.49f, {{S::brownNoise, 0.49f}})));
     ASSERT_NE(player->noiseGenerator(), nullptr);
     settle();
     captured.clear();
@@ -370,10 +362,8 @@ TEST_F(AmbientPlayerTest, BrownNoiseAttachesOnPlayAndStaysWhenDeselected) {
 }
 
 TEST_F(AmbientPlayerTest, LostOutputRebuildsTheGraphAndRestartsFromSilence) {
-    makePlayer();
     randoms = {0.5, 0.2};
-    player->setLevels(levels(0.49f, {{S::rain, 0.49f}, {S::brownNoise, 0.3f}}));
-    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(startPlaying(levels(0.49f, {{S::rain, 0.49f}, {S::brownNoise, 0.3f}})));
     settle();
     const auto generation = player->trackGeneration(S::rain);
     const auto seedsBefore = seeds;
@@ -408,9 +398,7 @@ TEST_F(AmbientPlayerTest, UnknownRateRunsAt48kAndAFormatChangeRebuildsAtTheNewRa
 }
 
 TEST_F(AmbientPlayerTest, OutputChangeWhileIdleOnlyReconnects) {
-    makePlayer();
-    player->setLevels(levels(0.49f, {{S::rain, 0.49f}}));
-    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(startPlaying(levels(0.49f, {{S::rain, 0.49f}})));
     player->stop();
     step(50);
     device->simulateRemoval();
@@ -544,9 +532,7 @@ TEST_F(AmbientPlayerTest, RecordingsAreConvertedToTheOutputRate) {
 TEST_F(AmbientPlayerTest, LimiterKeepsAFullMixBelowFullScale) {
     for (S s : {S::rain, S::waves, S::fire})
         ASSERT_TRUE(writeConstantFile(path(s), kLength, 0.95f));
-    makePlayer();
-    player->setLevels(levels(1.0f, {{S::rain, 1.0f}, {S::waves, 1.0f}, {S::fire, 1.0f}}));
-    ASSERT_TRUE(player->play());
+    ASSERT_TRUE(startPlaying(levels(1.0f, {{S::rain, 1.0f}, {S::waves, 1.0f}, {S::fire, 1.0f}})));
     settle();
     captured.clear();
     step(30);
