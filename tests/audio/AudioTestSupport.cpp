@@ -23,6 +23,8 @@ void handler(QtMsgType type, const QMessageLogContext& context, const QString& m
         g_previous(type, context, message);
 }
 
+} // namespace
+
 bool writeFrames(const QString& path, const std::vector<float>& interleaved, int rate) {
     SF_INFO info{};
     info.samplerate = rate;
@@ -36,7 +38,6 @@ bool writeFrames(const QString& path, const std::vector<float>& interleaved, int
     sf_close(f);
     return ok;
 }
-} // namespace
 
 bool writePositionFile(const QString& path, int frames, int rate) {
     std::vector<float> v(std::size_t(frames) * 2);

@@ -17,6 +17,8 @@ namespace quill::test {
 bool writePositionFile(const QString& path, int frames, int rate = 48000);
 /// The file frame a rendered (left, right) pair came from, for a file of length frames.
 double positionOf(float left, float right, int frames);
+/// A float WAV of the given interleaved stereo frames.
+bool writeFrames(const QString& path, const std::vector<float>& interleaved, int rate = 48000);
 /// A float WAV holding a constant value in both channels.
 bool writeConstantFile(const QString& path, int frames, float value, int rate = 48000);
 /// A valid WAV header with no frames.

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace quill;
@@ -39,9 +40,10 @@ TEST(NamedSoundSynth, EveryListedNameHasItsOwnShortCleanSound) {
         SCOPED_TRACE(name.toStdString());
         ASSERT_FALSE(clip.empty());
         EXPECT_LE(clip.size(), std::size_t(4 * NamedSoundSynth::kSampleRate)) << "short";
-        float peak = 0;
-        for (float x : clip)
-            peak = std::max(peak, std::fabs(x));
+        const float peak =
+            std::fabs(*std::max_element(clip.begin(), clip.end(), [](float a, float b) {
+                return std::fabs(a) < std::fabs(b);
+            }));
         EXPECT_GT(peak, 0.3f);
         EXPECT_LE(peak, 0.5f);
         // It has rung out by its end: the last 50 ms are 60 dB under the peak, not cut off.
@@ -72,7 +74,7 @@ TEST(NamedSoundSynth, UnknownNamesGetTheBeep) {
         EXPECT_NE(NamedSoundSynth::render(name), beep) << name.toStdString();
 }
 
-TEST(CueMixer, RetriggerCutsTheSameCueOffWhileOthersOverlap) {
+TEST(CueMixer, RetriggerCutsTheSameCueOffWhileOthersOverlapAndPendingOnesCanBeDiscarded) {
     CueMixer mixer({{0.1f, 0.2f, 0.3f, 0.4f, 0.5f, 0.6f}, {1.0f, 1.0f, 1.0f}});
     std::vector<float> out(8);
     mixer.render(out.data(), 4);
@@ -83,8 +85,8 @@ TEST(CueMixer, RetriggerCutsTheSameCueOffWhileOthersOverlap) {
     EXPECT_EQ(out[0], 0.1f);
     EXPECT_EQ(out[1], 0.1f);
     EXPECT_EQ(out[4], 0.3f);
-    mixer.trigger(0); // the same cue again: from the start
-    mixer.trigger(1); // another cue: mixed in
+    mixer.trigger(0);
+    mixer.trigger(1);
     mixer.render(out.data(), 4);
     EXPECT_EQ(out[0], 0.1f + 1.0f);
     EXPECT_EQ(out[4], 0.3f + 1.0f);
@@ -98,15 +100,11 @@ TEST(CueMixer, RetriggerCutsTheSameCueOffWhileOthersOverlap) {
     mixer.trigger(7); // out of range: ignored
     mixer.render(out.data(), 4);
     EXPECT_EQ(out, std::vector<float>(8, 0.0f));
-}
 
-TEST(CueMixer, PendingTriggersCanBeDiscarded) {
-    CueMixer mixer({{0.5f, 0.5f}});
-    mixer.trigger(0);
+    mixer.trigger(1);
     mixer.discardPending();
-    std::vector<float> out(4);
-    mixer.render(out.data(), 2);
-    EXPECT_EQ(out, std::vector<float>(4, 0.0f));
+    mixer.render(out.data(), 4);
+    EXPECT_EQ(out, std::vector<float>(8, 0.0f)) << "a discarded trigger never sounds";
 }
 
 class NamedSoundPlayerTest : public ::testing::Test {

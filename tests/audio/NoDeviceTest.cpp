@@ -29,10 +29,7 @@ class NoDeviceTest : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
-        QFile conf(dir.path() + QStringLiteral("/client.conf"));
-        ASSERT_TRUE(conf.open(QIODevice::WriteOnly));
-        conf.write("autospawn = no\n");
-        conf.close();
+        ASSERT_TRUE(writeBytes(dir.path() + QStringLiteral("/client.conf"), "autospawn = no\n"));
         qputenv("PULSE_SERVER", (QStringLiteral("unix:") + socketPath()).toLocal8Bit());
         qputenv("PULSE_CLIENTCONFIG", (dir.path() + QStringLiteral("/client.conf")).toLocal8Bit());
         qputenv("SDL_AUDIODRIVER", "pulseaudio");

@@ -71,6 +71,7 @@ TEST(JsonReader, DecodesEscapesToTheSameText) {
     r.finish();
 }
 
+// Fractions and overflows are refused through the data file (DataFileIntegers).
 TEST(JsonReader, TellsIntegersFromOtherNumbers) {
     auto integer = [](const char* text) -> std::optional<qint64> {
         try {
@@ -88,9 +89,7 @@ TEST(JsonReader, TellsIntegersFromOtherNumbers) {
     EXPECT_EQ(integer("3e1"), 30);
     EXPECT_EQ(integer("-9223372036854775808"), std::numeric_limits<qint64>::min());
     EXPECT_EQ(integer("9223372036854775807"), std::numeric_limits<qint64>::max());
-    for (const char* bad :
-         {"1.5", "-9223372036854775809", "9223372036854775808", "-9223372036854775808.0",
-          "9007199254740993.0", "1e300", "1e-1", "\"1\"", "true", "null", "[1]"})
+    for (const char* bad : {"1e-1", "\"1\"", "true", "null", "[1]"})
         EXPECT_EQ(integer(bad), std::nullopt) << bad;
 }
 
